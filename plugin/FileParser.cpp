@@ -1,0 +1,29 @@
+#include "plugin/FileParser.h"
+
+#include <vector>
+
+#include "plugin/FileIo.h"
+#include "plugin/ModuleState.h"
+#include "tree/NodeCreation.h"
+#include "tree/TreeBuilder.h"
+
+namespace {
+
+// The root of one parse. The writer frees the tree below it; an abandoned build leaves that to us.
+struct FileRoot : ObjectBranch {
+    FileRoot() { AssignIdentity(*this); }
+    FileRoot(const FileRoot&) = delete;
+    FileRoot& operator=(const FileRoot&) = delete;
+    ~FileRoot() { FreeChildren(this); }
+};
+
+}  // namespace
+
+void ParseFileToFile(const std::string& inputPath, const std::string& outputPath) {
+    currentIndex = 0;
+    objectCount = 0;
+    std::string text = ReadWholeFile(inputPath);
+    FileRoot root;
+    std::vector<std::string> defines;
+    TreeBuilderCS(inputPath, text, true, &root, outputPath, defines);
+}

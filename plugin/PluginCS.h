@@ -1,0 +1,78 @@
+/*
+ * The C interface of the source-structure module PluginCS.
+ *
+ * The module is loaded at run time (dlopen, RTLD_NOW); a host takes the four functions from it by
+ * name with dlsym, and the types below spare it the casts' spelling. Nothing needs to be set up,
+ * and nothing is configured.
+ *
+ *   Order of calls   ParseCS, use of the text, CleanupCS; as often as you like.
+ *   Threads          None. The module's state is process-wide and unlocked: one call at a time, and
+ *                    no CleanupCS while another thread still reads the text.
+ *   Errors           No function reports a status, throws, or ends the process. A path that names
+ *                    no readable file (missing, no permission, a directory, empty, null) gives the
+ *                    records of an empty file. When memory runs out, the parse gives no text.
+ *   Standard output  Each parse writes its traces there, through C stdio (the cleaned text after
+ *                    "the final data is ", and messages on structural errors). They are flushed
+ *                    with the host's own output, or when the host asks for it.
+ *   Text             A JSON array with one object a statement or block, NUL-terminated, ASCII but
+ *                    for the path. It writes an apostrophe as \' and copies line feeds and other
+ *                    control bytes raw: a strict JSON parser needs both repaired first.
+ *   Unloading        dlclose removes the module; texts still held stay valid, and are the host's
+ *                    to free.
+ *
+ * Beside the functions the module exports five objects: `int32_t objectCount` and `int32_t
+ * currentIndex`, the counters of the last parse, and the C++ objects `chunk`, `startPath`
+ * (std::string) and `AllBranches` (std::vector of pointers).
+ */
+#ifndef PLUGINCS_H
+#define PLUGINCS_H
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#pragma GCC visibility push(default)
+
+/*
+ * A line of text for a look at the loaded module: "Address of resPtr: " with an address that does
+ * not change while it stays loaded. Every call makes a new block, which is the host's to release
+ * with free; null when memory runs out.
+ */
+char* Info(void);
+
+/*
+ * Parses the file and returns the JSON text, NUL-terminated.
+ *
+ * The text belongs to the module and stays valid until CleanupCS. A second ParseCS before that
+ * gives a second text; the first one stays valid, CleanupCS no longer knows of it, and the host
+ * releases it with free.
+ *
+ * A file whose closing directives outrun its blocks makes the module give up without a text: the
+ * previous text is returned then, null after a CleanupCS. So call CleanupCS between two files.
+ */
+char* ParseCS(const char* path);
+
+/* Releases the text that ParseCS returned last, if there is one. May be called at any time. */
+void CleanupCS(void);
+
+/*
+ * Parses the file and writes the JSON text to outputPath, replacing what it held; a text held from
+ * ParseCS is left alone. A file that cannot be opened for writing is left as it is. With an empty
+ * or null outputPath the text is kept for CleanupCS, as by ParseCS. Paths are shorter than 4,096
+ * bytes.
+ */
+void parseAllFiles(const char* inputPath, const char* outputPath);
+
+#pragma GCC visibility pop
+
+/* The types of the functions, for what dlsym returns. */
+typedef char* (*PluginCS_Info)(void);
+typedef char* (*PluginCS_ParseCS)(const char* path);
+typedef void (*PluginCS_CleanupCS)(void);
+typedef void (*PluginCS_parseAllFiles)(const char* inputPath, const char* outputPath);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

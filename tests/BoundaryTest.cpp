@@ -1,0 +1,165 @@
+// The module as a host meets it: loaded with dlopen, called through its C names. Runs against the
+// release build as well, because visibility and unloading differ between builds.
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "plugin/PluginCS.h"
+
+// A host may have a `chunk` of its own and keeps it.
+extern "C" {
+__attribute__((visibility("default"))) std::string chunk = "the host's";
+}
+
+namespace {
+
+struct Module {
+    Module() : handle(dlopen(MODULE_PATH, RTLD_NOW | RTLD_LOCAL)) {
+        EXPECT_NE(handle, nullptr) << dlerror();
+        parse = Get<PluginCS_ParseCS>("ParseCS");
+        parseToFile = Get<PluginCS_parseAllFiles>("parseAllFiles");
+        cleanup = Get<PluginCS_CleanupCS>("CleanupCS");
+        info = Get<PluginCS_Info>("Info");
+    }
+    ~Module() { dlclose(handle); }
+    Module(const Module&) = delete;
+    Module& operator=(const Module&) = delete;
+
+    template <typename T>
+    T Get(const char* name) const {
+        return reinterpret_cast<T>(dlsym(handle, name));
+    }
+
+    std::string Text(const char* path) const {
+        const char* const text = parse(path);
+        std::string copy = text == nullptr ? "none" : text;
+        cleanup();
+        return copy;
+    }
+
+    void* handle;
+    PluginCS_ParseCS parse;
+    PluginCS_parseAllFiles parseToFile;
+    PluginCS_CleanupCS cleanup;
+    PluginCS_Info info;
+};
+
+std::string FileText(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+std::string WriteFile(const std::string& name, const std::string& text) {
+    const std::string path = testing::TempDir() + name;
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+}
+
+TEST(Boundary, ExportsExactlyNineNames) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> names(
+        popen("nm -D --defined-only " MODULE_PATH " | awk '{print $3}' | LC_ALL=C sort", "r"),
+        pclose);
+    std::string exported;
+    for (std::array<char, 256> line{}; std::fgets(line.data(), line.size(), names.get());) {
+        exported += line.data();
+    }
+    EXPECT_EQ(exported,
+              "AllBranches\nCleanupCS\nInfo\nParseCS\nchunk\ncurrentIndex\nobjectCount\n"
+              "parseAllFiles\nstartPath\n");
+}
+
+TEST(Boundary, StartsFreshAndIsGoneWhenClosed) {
+    for (int round = 0; round < 2; ++round) {
+        const Module module;
+        EXPECT_EQ(*module.Get<int*>("objectCount"), 1);
+        EXPECT_EQ(*module.Get<int*>("currentIndex"), 0);
+        EXPECT_TRUE(module.Get<std::string*>("chunk")->empty());
+        module.cleanup();
+        const std::string path = WriteFile("rest.cs", "a; the rest");
+        module.Text(path.c_str());
+        EXPECT_EQ(*module.Get<std::string*>("chunk"), " the rest");
+        EXPECT_EQ(chunk, "the host's");
+    }
+    EXPECT_EQ(dlopen(MODULE_PATH, RTLD_NOW | RTLD_NOLOAD), nullptr);
+}
+
+TEST(Boundary, InfoGivesANewBlockWithTheSameText) {
+    const Module module;
+    char* const first = module.info();
+    char* const second = module.info();
+    EXPECT_NE(first, second);
+    EXPECT_STREQ(first, second);
+    EXPECT_EQ(std::string(first).find("Address of resPtr: 0x"), 0U);
+    EXPECT_EQ(std::string(first).back(), '\n');
+    std::free(first);
+    std::free(second);
+}
+
+TEST(Boundary, TwoTextsLiveUntilTheirOwnersLetGo) {
+    const Module module;
+    const std::string path = WriteFile("two.cs", "a;");
+    char* const first = module.parse(path.c_str());
+    const std::string copy = first;
+    char* const second = module.parse(path.c_str());
+    EXPECT_NE(first, second);
+    EXPECT_STREQ(first, second);
+    module.parseToFile(path.c_str(), (path + ".json").c_str());
+    module.cleanup();
+    module.cleanup();
+    EXPECT_EQ(copy, first) << "CleanupCS released a text that it no longer knew";
+    std::free(first);
+}
+
+TEST(Boundary, FilesAreReplacedWhole) {
+    const Module module;
+    const std::string path = WriteFile("in.cs", "a;");
+    const std::string out = WriteFile("out.json", std::string(100000, 'x'));
+    module.parseToFile(path.c_str(), out.c_str());
+    EXPECT_EQ(FileText(out), module.Text(path.c_str()));
+    module.parseToFile(path.c_str(), "/no/such/folder/out.json");
+    module.parseToFile(path.c_str(), nullptr);
+    module.cleanup();
+}
+
+TEST(Boundary, UnreadablePathsAreEmptyFiles) {
+    const Module module;
+    const std::string empty = module.Text("/no/such/file");
+    EXPECT_EQ(empty.find("[\n  {\n"), 0U);
+    const auto unpathed = [](std::string text, const std::string& path, const std::string& name) {
+        for (const std::string& cut : {"\"filePath\": \"" + path, "\"contents\": \"" + name}) {
+            for (std::size_t at = 0;
+                 !cut.empty() && (at = text.find(cut + '"')) != std::string::npos;) {
+                text.erase(at, cut.size() + 1);
+            }
+        }
+        return text;
+    };
+    const std::string expected = unpathed(empty, "/no/such/file", "file");
+    const std::string file = WriteFile("empty.cs", "");
+    EXPECT_EQ(unpathed(module.Text(file.c_str()), file, "empty.cs"), expected);
+    EXPECT_EQ(unpathed(module.Text("/etc"), "/etc", "etc"), expected);
+    EXPECT_EQ(module.Text(nullptr), module.Text(""));
+}
+
+TEST(Boundary, SurvivesDepthAndSize) {
+    const Module module;
+    testing::internal::CaptureStdout();
+    for (const char* unit : {"{", "a;", "}", "(\n", "\"", "\xFF\n\0x", "{}"}) {
+        std::string text;
+        while (text.size() < 1000000) text += unit;
+        EXPECT_EQ(module.Text(WriteFile("big.cs", text).c_str()).substr(0, 2), "[\n") << unit;
+    }
+    EXPECT_EQ(module.Text(WriteFile("big.cs", std::string(20000000, ';')).c_str()).substr(0, 2),
+              "[\n");
+    testing::internal::GetCapturedStdout();
+}
+
+}  // namespace

@@ -1,0 +1,120 @@
+#include "tree/Scanner.h"
+
+#include <gtest/gtest.h>
+
+#include "plugin/ModuleState.h"
+#include "tests/TreeDump.h"
+#include "tree/NodeCreation.h"
+
+namespace {
+
+struct Row {
+    const char* source;
+    const char* tree;  // what hangs below the "namespace global" node, and behind "|" its siblings
+    bool declarationMode = true;
+};
+
+const Row kRows[] = {
+    {"", ""},
+    {"namespace N {\nclass A {\nint x;\nvoid F() {\nif (x == 1) { x = 2; }\n}\n}\n}",
+     "define@0[namespace N]{define@0[class A]{line@3[int x] container@4[void F()]"
+     "{container@5[if (x == 1)]{line@5[x = 2]}}}}"},
+    {"for (i = 0; i < n; i++) x++;", "line@1[for (i = 0; i < n; i++) x++]"},
+    {"int f() { return 1 }", "container@1[int f()]"},
+    {"struct S { int a; };\nvoid F() {}",
+     "define@1[struct S]{line@1[int a]} container@2[void F()]"},
+    {"struct S { int a; } s;\nvoid F() {}",
+     "define@1[struct S]{line@1[int a]} line@1[s] define@2[void F()]"},
+    {"void F(struct S s) {} class construct {} void G() {}",
+     "container@1[void F(struct S s)] define@1[class construct] define@1[void G()]"},
+    {"a {} ;", "define@0[a] line@1[]"},
+    {"f(x => { a(); b(); });", "container@1[f(x =>] line@1[)]"},
+    {"f()); a; (b; c;", "line@1[f()); a; (b] line@1[c]"},
+    {"s = \"{;\\\"}\n\" + ';' + '\\'' + '\\\\';\nt;",
+     "line@1[s = \"{;\\\"} \" + ';' + '\\'' + '\\\\'] line@2[t]"},
+    {"a = \"no end; { }\n", ""},
+    {"a \\ \nb;\nc;", "line@2[a \\ b] line@3[c]"},
+    {"[A] class B { [X(1)] int y; x = a[1]; }",
+     "container@1[class B]{line@1[int y] line@1[x = a[1]]}", false},
+    {"[A] class B { x = a[1]; }", "define@0[[A] class B]{line@1[x = a[1]]}"},
+    {"[A \"k;\" ( { b; }) ; ] c;", "container@1[\"k;\"] line@1[c]", false},
+    {"}\na; b;", "|error: NULL parent branch@2[a]"},
+    {"} x }", "|error: NULL parent branch@1[x]"},
+    {"} f() { a; } b;", "|container@1[f()]{line@1[a]} error: NULL parent branch@1[b]"},
+};
+
+struct Parsed {
+    explicit Parsed(const Row& row) {
+        currentIndex = objectCount = 0;
+        AssignIdentity(root);
+        Scanner scanner(row.source, row.declarationMode, root, contents);
+        ScanText(scanner);
+    }
+    ~Parsed() { FreeChildren(&root); }
+    Parsed(const Parsed&) = delete;
+    Parsed& operator=(const Parsed&) = delete;
+
+    std::string contents;
+    ObjectBranch root;
+};
+
+TEST(Scanner, BuildsTheTree) {
+    for (const Row& row : kRows) {
+        testing::internal::CaptureStdout();
+        const Parsed parsed(row);
+        const std::string message = testing::internal::GetCapturedStdout();
+        const ObjectBranch& global = *parsed.root.children.first;
+        const std::string beside = Dump(global.nextSibling);
+        const std::string tree = Dump(global.children.first) + (beside.empty() ? "" : "|" + beside);
+        EXPECT_EQ(tree, row.tree) << row.source;
+        EXPECT_EQ(message.empty(), beside.find("error") == std::string::npos) << row.source;
+    }
+}
+
+TEST(Scanner, CountsEveryNodeButTheGlobalOne) {
+    const Parsed parsed(kRows[1]);
+    EXPECT_EQ(objectCount, 6);
+    EXPECT_EQ(currentIndex, 8);
+    testing::internal::CaptureStdout();
+    const Parsed stopped({"} a;", ""});
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "zero children. This is not correct.");
+    EXPECT_EQ(stopped.root.children.last->nodeID, 3) << "the discarded statement has taken id 2";
+    EXPECT_EQ(objectCount, 2);
+}
+
+TEST(Tree, FlattensAndFreesInOrder) {
+    ObjectBranch root;
+    root.contents = "R";
+    for (const char* name : {"A", "D"}) {
+        ObjectBranch* const child = NewBranch();
+        child->contents = name;
+        AppendChild(root, *child);
+    }
+    for (const char* name : {"B", "C"}) {
+        ObjectBranch* const child = NewBranch();
+        child->contents = name;
+        AppendChild(*root.children.first, *child);
+    }
+    std::vector<ObjectBranch> list;
+    AddObjectToVector(&root, &list);
+    std::string order;
+    for (const ObjectBranch& record : list) order += record.contents;
+    EXPECT_EQ(order, "RABCD");
+    EXPECT_EQ(*list[1].children.begin(), root.children.first->children.first);
+    FreeChildren(&root);
+    FreeChildren(&root);
+    EXPECT_TRUE(root.children.empty());
+}
+
+TEST(Tree, KnowsTheDefaultKindNames) {
+    std::string names;
+    for (const int value : {-1, 0, 3, 6, 11, 12, 13, 14, 15}) {
+        ObjectBranch node;
+        node.branchType = static_cast<BranchType>(value);
+        names.append(branchTypeAsString(node)).append(" ");
+    }
+    EXPECT_EQ(names,
+              "function filepath line function filepath classvar function function function ");
+}
+
+}  // namespace

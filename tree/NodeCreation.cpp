@@ -1,0 +1,16 @@
+#include "tree/NodeCreation.h"
+
+#include "plugin/ModuleState.h"
+
+void AssignIdentity(ObjectBranch& node) {
+    node.nodeID = currentIndex++;
+    node.functionID = -1;
+}
+
+ObjectBranch* MakeNode(ObjectBranch& parent) {
+    ObjectBranch* const node = NewBranch();
+    AppendChild(parent, *node);
+    AssignIdentity(*node);
+    ++objectCount;
+    return node;
+}

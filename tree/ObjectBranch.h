@@ -1,0 +1,129 @@
+// The one node type of the source tree, its kinds, and the operations on whole trees.
+//
+// Lifetime: a node's texts are views. They point at literals or at bytes that whoever builds the
+// tree keeps alive until the tree has been written. The nodes below a root come from `NewBranch`
+// and go with `FreeChildren`; the root itself belongs to whoever made it. One thread at a time.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Kind of a node as a number; 13 is not in use. A value without a name here is a value all the
+/// same.
+enum class BranchType : std::int32_t {
+    Filepath = 0,
+    Include = 1,
+    Container = 2,
+    Line = 3,
+    Define = 4,
+    Logic = 5,
+    Function = 6,
+    Class = 7,
+    Namespace = 8,
+    Symbol = 9,
+    Loop = 10,
+    FileRoot = 11,
+    ClassVar = 12,
+    Preprocessor = 14,
+    Error = 15,
+};
+
+/// The kind names that nodes carry and the output shows.
+namespace KindName {
+inline constexpr std::string_view kFilepath = "filepath";
+inline constexpr std::string_view kInclude = "include";
+inline constexpr std::string_view kContainer = "container";
+inline constexpr std::string_view kLine = "line";
+inline constexpr std::string_view kDefine = "define";
+inline constexpr std::string_view kLogic = "logic";
+inline constexpr std::string_view kFunction = "function";
+inline constexpr std::string_view kClass = "class";
+inline constexpr std::string_view kNamespace = "namespace";
+inline constexpr std::string_view kSymbol = "symbol";
+inline constexpr std::string_view kLoop = "loop";
+inline constexpr std::string_view kClassVar = "classvar";
+inline constexpr std::string_view kPreprocessor = "preprocessor";
+inline constexpr std::string_view kNullParentError = "error: NULL parent branch";
+}  // namespace KindName
+
+struct ObjectBranch;
+
+/// A node's children in the order they were appended: a list threaded through the nodes, so that
+/// appending and stepping cost the same for one child and for a million. A copy of the list
+/// refers to the same children.
+struct ChildList {
+    class Iterator {
+      public:
+        explicit Iterator(ObjectBranch* node) : node_(node) {}
+        ObjectBranch* operator*() const { return node_; }
+        Iterator& operator++();
+        bool operator!=(const Iterator& other) const { return node_ != other.node_; }
+
+      private:
+        ObjectBranch* node_;
+    };
+
+    bool empty() const { return first == nullptr; }
+    Iterator begin() const { return Iterator(first); }
+    Iterator end() const { return Iterator(nullptr); }
+
+    ObjectBranch* first = nullptr;
+    ObjectBranch* last = nullptr;
+};
+
+/// A plain structure: copying copies every field, and a copy refers to the same children without
+/// owning them.
+struct ObjectBranch {
+    ObjectBranch* parent = nullptr;  ///< The node whose `children` hold this one; null for a root.
+    BranchType branchType = BranchType::Filepath;
+    std::int32_t lineNumber = 0;          ///< Source line of the statement or block header, or 0.
+    std::string_view filePath;            ///< Path of the source file.
+    std::string_view contents;            ///< Statement, block header, file name or define list.
+    std::string_view branchTypeAsString;  ///< Kind name, the word that the output shows.
+    std::string simpleFunctionName;       ///< Bare name of a declared function; records only.
+    std::int32_t functionID = 0;          ///< -1 on every node made by the creation convention.
+    ChildList children;                   ///< Owned, see `FreeChildren`.
+    std::string_view tags;                ///< Raw fragment of JSON array elements.
+    std::int32_t nodeID = 0;              ///< Unique within one parse.
+    ObjectBranch* nextSibling = nullptr;  ///< The link of the parent's `children`.
+};
+
+inline ChildList::Iterator& ChildList::Iterator::operator++() {
+    node_ = node_->nextSibling;
+    return *this;
+}
+
+/// The default kind name of the node's `branchType`: a literal, "function" for every value without
+/// one.
+std::string_view branchTypeAsString(const ObjectBranch& node);
+
+/// A new value-initialised node, owned by the caller until it hangs below a parent.
+ObjectBranch* NewBranch();
+
+/// Appends `child` at the end of `parent.children` and sets its `parent`, which owns it from then
+/// on.
+void AppendChild(ObjectBranch& parent, ObjectBranch& child);
+
+/// Releases every descendant of `node`, a child's subtree before the child, children in list
+/// order, and leaves `node` itself with an empty list.
+void FreeChildren(ObjectBranch* node);
+
+/// Appends a copy of `node` and of every node below it to `list`, in pre-order.
+void AddObjectToVector(const ObjectBranch* node, std::vector<ObjectBranch>* list);
+
+// The steps of a walk over the tree below `top`, which is a node of the tree and not a copy of one.
+// They need no stack and no recursion: a file of a million nested blocks is walked like any other.
+
+/// The node after `node` in pre-order, or null after the last one below `top`.
+ObjectBranch* NextInPreOrder(const ObjectBranch* node, const ObjectBranch* top);
+
+/// The same, past everything below `node`.
+ObjectBranch* NextPastSubtree(const ObjectBranch* node, const ObjectBranch* top);
+
+/// The first node in post-order at or below `top`: its leftmost leaf.
+ObjectBranch* FirstInPostOrder(ObjectBranch* top);
+
+/// The node after `node` in post-order (`top` itself comes last), or null after `top`.
+ObjectBranch* NextInPostOrder(ObjectBranch* node, const ObjectBranch* top);

@@ -1,0 +1,199 @@
+#include "tree/Scanner.h"
+
+#include <array>
+#include <cstdio>
+
+#include "plugin/ModuleState.h"
+#include "text/StringHelpers.h"
+#include "tree/NodeCreation.h"
+
+namespace {
+
+// The characters that some step of the scan looks at; all others only grow the chunk.
+constexpr std::array<bool, 256> kStops = [] {
+    std::array<bool, 256> stops{};
+    for (const char c : std::string_view("'\"#\n();[]{}"))
+        stops[static_cast<unsigned char>(c)] = true;
+    return stops;
+}();
+
+// The character at the position, and every following one that no step looks at, go to the chunk;
+// in an attribute section they are dropped.
+void TakeText(Scanner& s) {
+    const std::size_t start = s.position++;
+    while (s.position < s.text.size() && !kStops[static_cast<unsigned char>(s.text[s.position])]) {
+        ++s.position;
+    }
+    if (!s.inAttribute) chunk.append(s.text.data() + start, s.position - start);
+}
+
+// A literal runs to the next quote of its own kind that no backslash escapes, or to the end of the
+// text. All of it is plain text, its newlines uncounted, and it counts even in an attribute
+// section.
+void TakeLiteral(Scanner& s) {
+    const std::size_t start = s.position;
+    const char quote = s.text[s.position++];
+    while (s.position < s.text.size()) {
+        const char c = s.text[s.position++];
+        if (c == quote) break;
+        if (c == '\\' && s.position < s.text.size()) ++s.position;
+    }
+    chunk.append(s.text.data() + start, s.position - start);
+}
+
+ScanStep StopWithError(Scanner& s, const char* message) {
+    std::fputs(message, stdout);
+    AddNode(s, *s.root, BranchType::Error, KindName::kNullParentError, s.lineCounter);
+    return ScanStep::Stop;
+}
+
+void EndLine(Scanner& s) {
+    ++s.lineCounter;
+    // A backslash continues the line: the newline is swallowed.
+    if (s.chunkReader.LastWordEndsInBackslash()) {
+        ++s.position;
+        return;
+    }
+    TakeText(s);
+}
+
+ScanStep EndStatement(Scanner& s) {
+    ++s.position;
+    if (chunk.empty()) {
+        // The ';' of "};" closes a struct declaration.
+        s.inStruct = false;
+        return ScanStep::Continue;
+    }
+    if (s.current->parent == nullptr) {
+        // The statement takes its id and its count, but a root takes no statements.
+        ++currentIndex;
+        ++objectCount;
+        return StopWithError(s, "zero children. This is not correct.");
+    }
+    AddNode(s, *s.current, BranchType::Line, KindName::kLine, s.lineCounter);
+    return ScanStep::Continue;
+}
+
+bool StartsAttribute(Scanner& s) {
+    return !s.declarationMode && !s.inAttribute && s.parenDepth == 0 && s.chunkReader.IsBlank();
+}
+
+// Whether the block that opens is a declaration ("namespace N", "class A", "else"): a header
+// without parentheses. A struct is none, and marks what stands in its body.
+bool OpensDeclaration(Scanner& s) {
+    if (!s.declarationMode) return false;
+    if (ContainsWord(chunk, "struct")) {
+        if (!Contains(chunk, "\"") && !Contains(chunk, "(")) s.inStruct = true;
+        return false;
+    }
+    return !Contains(chunk, "(");
+}
+
+void OpenBlock(Scanner& s) {
+    ++s.position;
+    if (OpensDeclaration(s)) {
+        s.current = AddNode(s, *s.current, BranchType::Define, KindName::kDefine, 0);
+    } else if (s.inStruct) {
+        s.current = AddNode(s, *s.current, BranchType::Define, KindName::kDefine, s.lineCounter);
+    } else {
+        s.current =
+            AddNode(s, *s.current, BranchType::Container, KindName::kContainer, s.lineCounter);
+    }
+}
+
+ScanStep CloseBlock(Scanner& s) {
+    ++s.position;
+    if (s.current->parent == nullptr)
+        return StopWithError(s, "Null parent branch? This is not right.");
+    // A last statement without its ';' is given up.
+    s.current = s.current->parent;
+    EmptyChunk(s);
+    return ScanStep::Continue;
+}
+
+ScanStep TakeStep(Scanner& s) {
+    switch (s.text[s.position]) {
+        case '\'':
+        case '"': TakeLiteral(s); break;
+        case '\n': EndLine(s); break;
+        case '(':
+            ++s.parenDepth;
+            TakeText(s);
+            break;
+        case ')':
+            --s.parenDepth;
+            TakeText(s);
+            break;
+        case ';':
+            if (s.parenDepth == 0) return EndStatement(s);
+            TakeText(s);
+            break;
+        case '[':
+            if (StartsAttribute(s)) {
+                s.inAttribute = true;
+                ++s.position;
+            } else {
+                TakeText(s);
+            }
+            break;
+        case ']':
+            if (s.inAttribute) {
+                s.inAttribute = false;
+                ++s.position;
+            } else {
+                TakeText(s);
+            }
+            break;
+        case '{': OpenBlock(s); break;
+        case '}': return CloseBlock(s);
+        default: TakeText(s); break;
+    }
+    return ScanStep::Continue;
+}
+
+}  // namespace
+
+Scanner::Scanner(std::string_view sourceText, bool inDeclarationMode, ObjectBranch& fileRoot,
+                 std::string& contentsStore)
+    : text(sourceText),
+      declarationMode(inDeclarationMode),
+      root(&fileRoot),
+      current(NewBranch()),
+      chunkReader(chunk),
+      contents(contentsStore) {
+    // No byte of the text ends in the contents of two nodes, so the store never moves.
+    contents.reserve(text.size());
+    chunk.clear();
+    // Neither counted nor given a kind of its own.
+    AppendChild(*root, *current);
+    AssignIdentity(*current);
+    current->branchTypeAsString = KindName::kNamespace;
+    current->filePath = root->filePath;
+    current->contents = "namespace global";
+}
+
+void ScanText(Scanner& scanner) {
+    ScanStep step = ScanStep::Continue;
+    while (step == ScanStep::Continue && scanner.position < scanner.text.size()) {
+        step = TakeStep(scanner);
+    }
+}
+
+void EmptyChunk(Scanner& scanner) {
+    chunk.clear();
+    scanner.chunkReader.Forget();
+}
+
+ObjectBranch* AddNode(Scanner& scanner, ObjectBranch& parent, BranchType type,
+                      std::string_view kindName, std::int32_t lineNumber) {
+    ObjectBranch* const node = MakeNode(parent);
+    node->branchType = type;
+    node->branchTypeAsString = kindName;
+    node->lineNumber = lineNumber;
+    node->filePath = scanner.current->filePath;
+    const std::size_t start = scanner.contents.size();
+    AppendTrimmedAndReduced(chunk, scanner.contents);
+    node->contents = std::string_view(scanner.contents).substr(start);
+    EmptyChunk(scanner);
+    return node;
+}

@@ -1,0 +1,44 @@
+// The state of one scan over a cleaned text, and the verbs that its steps share.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "tree/ChunkReader.h"
+#include "tree/ObjectBranch.h"
+
+struct Scanner {
+    /// Makes the "namespace global" node below the root and starts in it. The text, the root and
+    /// `contentsStore` must outlive the tree: the nodes' views point into them.
+    Scanner(std::string_view sourceText, bool inDeclarationMode, ObjectBranch& fileRoot,
+            std::string& contentsStore);
+
+    std::string_view text;         // the cleaned text
+    bool declarationMode;          // declaration blocks and structs on, attribute dropping off
+    ObjectBranch* root;            // the file's root
+    ObjectBranch* current;         // receives new children; '{' moves it down, '}' up
+    std::size_t position = 0;      // of the character being examined
+    std::int32_t lineCounter = 1;  // counted newlines plus one; newlines in literals do not count
+    std::int64_t parenDepth = 0;   // '(' minus ')' outside literals; may go negative
+    bool inAttribute = false;      // in a bracketed attribute section that is being dropped
+    bool inStruct = false;         // in a struct body; its blocks become defines
+    ChunkReader chunkReader;       // what is asked of `chunk`
+    std::string& contents;         // what the nodes' contents point into
+};
+
+/// What the scan does after a step.
+enum class ScanStep { Continue, Stop };
+
+/// Scans the whole text, or up to the first structural error, which leaves an error node below
+/// the root and a message on standard output.
+void ScanText(Scanner& scanner);
+
+/// Empties `chunk`, and what is known of it.
+void EmptyChunk(Scanner& scanner);
+
+/// Makes a node at the end of the parent's children that takes over `chunk`, trimmed and reduced,
+/// and empties it.
+ObjectBranch* AddNode(Scanner& scanner, ObjectBranch& parent, BranchType type,
+                      std::string_view kindName, std::int32_t lineNumber);

@@ -1,0 +1,20 @@
+#include "tree/TreeBuilder.h"
+
+#include "output/NodeWriter.h"
+#include "text/StringHelpers.h"
+#include "tree/Scanner.h"
+
+void TreeBuilderCS(std::string_view sourcePath, std::string_view sourceText, bool declarationMode,
+                   ObjectBranch* root, std::string_view outputPath,
+                   const std::vector<std::string>& /*defines*/) {
+    root->branchType = BranchType::FileRoot;
+    root->branchTypeAsString = KindName::kFilepath;
+    root->contents = FileNameWithExtension(sourcePath);
+    root->filePath = sourcePath;
+
+    std::string contents;
+    Scanner scanner(sourceText, declarationMode, *root, contents);
+    ScanText(scanner);
+
+    StartGeneratingObjects(root, outputPath);
+}
