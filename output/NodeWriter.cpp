@@ -3,16 +3,21 @@
 #include <string>
 
 #include "output/JsonRecords.h"
+#include "output/RecordClassification.h"
 #include "output/TextBuffer.h"
 #include "plugin/FileIo.h"
 #include "plugin/ModuleState.h"
 
 namespace {
 
+// Each record is a copy: what classification makes of it never reaches the tree, where the records
+// of its children still read the builder's kind.
 void RenderTree(const ObjectBranch& root, TextBuffer& text) {
     JsonRecords records(text);
     for (const ObjectBranch* node = &root; node != nullptr; node = NextInPreOrder(node, &root)) {
-        records.Add(*node);
+        ObjectBranch record = *node;
+        ClassifyRecord(record);
+        records.Add(record);
     }
     records.Finish();
 }

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "tree/ObjectBranch.h"
+
+/// Gives the record its final kind name, and with it the simple name of a function, the tag of a
+/// variable declaration, or the bare name of a class as its contents. `branchType` stays. The kind
+/// of the record's parent is read from the tree, where it is still the builder's, and not from the
+/// parent's own record. A root's record keeps its kind.
+void ClassifyRecord(ObjectBranch& record);

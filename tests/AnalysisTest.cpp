@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+
+#include "analysis/Classifiers.h"
+#include "analysis/FunctionName.h"
+#include "analysis/PartWalker.h"
+
+namespace {
+
+const std::pair<const char*, std::vector<std::string>> kPartRows[] = {
+    {"", {}},
+    {"   ", {}},
+    {"int x = 5;", {"int", "x", "=", "5", ";"}},
+    {"return;", {"return", ";"}},
+    {"x+=1", {"x", "+=", "1"}},
+    {"x=-1", {"x", "=", "-", "1"}},
+    {"i++;", {"i", "++", ";"}},
+    {"a->b", {"a", "->", "b"}},
+    {"a<=b", {"a", "<=", "b"}},
+    {"a != b", {"a", "!", "=", "b"}},
+    {"x!=y", {"x!", "=", "y"}},
+    {"a && !b", {"a", "&&", "!b"}},
+    {"a&&b", {"a&&b"}},
+    {"a.b(c)", {"a", ".", "b", "(", "c", ")"}},
+    {"3.14", {"3.14"}},
+    {"x1.y", {"x1.y"}},
+    {"a::b", {"a", ":", ":", "b"}},
+    {"Dictionary<string,List<int>> d",
+     {"Dictionary", "<", "string", ",", "List", "<", "int", ">>", "d"}},
+    {"int[] a", {"int", "[", "]", "a"}},
+    {"c = 'x';", {"c", "=", "'x'", ";"}},
+    {"x .5..6", {"x", ".", "5.", ".", "6"}},
+    {"f\"a 'b\\\\\"+'\\''x", {"f", "\"a 'b\\\\\"", "+", "'\\''", "x"}},
+    {"a \"never = closed\\", {"a", "\"never = closed\\"}},
+    {"a=*=b<<=c", {"a", "=", "*=", "b", "<<=", "c"}},
+    {"\xC3\xA9\\t\v\f!~", {"\xC3\xA9\\t", "!~"}},
+};
+
+TEST(Analysis, SplitsStatementsIntoParts) {
+    for (const auto& [text, expected] : kPartRows) {
+        std::vector<std::string> parts;
+        PartsList(text, parts);
+        EXPECT_EQ(parts, expected) << text;
+    }
+}
+
+struct ClassifierRow {
+    const char* text;
+    const char* yes;  // R return, L logic, O loop, D defines, F function, V variable
+};
+
+const ClassifierRow kClassifierRows[] = {
+    {"return x", "RV"},
+    {"return;", "R"},
+    {"return Foo(x)", "RF"},
+    {"returnValue = 1", ""},
+    {"if (x > 0)", "L"},
+    {"else if (y)", "LF"},
+    {"else", "L"},
+    {"try", "L"},
+    {"switch (k)", "L"},
+    {"catch (Exception e)", "L"},
+    {"x == y", "L"},
+    {"bool ok = a == b", "LV"},
+    {"return a == b", "RLV"},
+    {"Foo(a == b)", ""},
+    {"while (i < n)", "O"},
+    {"for (int i = 0; i < n; i++)", "O"},
+    {"foreach (var x in xs)", "O"},
+    {"using System.Text", "DV"},
+    {"#include <stdio.h>", "D"},
+    {"import java.util.List", "DV"},
+    {"package demo.util", "DV"},
+    {"#define MAX 10", "D"},
+    {"void Main(string[] args)", "F"},
+    {"public static int Add(int a, int b)", "F"},
+    {"void F(int a = 5)", "F"},
+    {"new Foo(1)", "F"},
+    {"Foo(x)", ""},
+    {"Console.WriteLine(x)", ""},
+    {"int x = Foo(1)", "V"},
+    {"x = new Foo(1)", ""},
+    {"int x = 5", "V"},
+    {"int x", "V"},
+    {"string a, b", "V"},
+    {"int[] values", "V"},
+    {"int[] values = new int[3]", ""},
+    {"List<int> items", "V"},
+    {"List<int> items = new List<int>()", ""},
+    {"x = 5", ""},
+    {"x += 1", ""},
+    {"int _x = 1", ""},
+    {"namespace global", "V"},
+    {"", ""},
+    {"if(x)", "L"},
+    {" if (x)", ""},
+    {"a b = c(d) == e", "LV"},
+    {"a b(c = 1) += 2", "F"},
+    {"a += b(c)", ""},
+    {"a b(1.5)", "F"},
+    {"a b(c.d)", ""},
+    {"a <= b", ""},
+    {"a[b] += c(d)", "V"},
+};
+
+TEST(Analysis, ClassifiesStatements) {
+    for (const auto& [text, yes] : kClassifierRows) {
+        std::string answers;
+        if (DetectReturnDeclaration(text)) answers += 'R';
+        if (DetectLogic(text)) answers += 'L';
+        if (DetectLoop(text)) answers += 'O';
+        if (DetectDefines(text)) answers += 'D';
+        if (DetectFunctionDeclaration(text)) answers += 'F';
+        if (DetectVariableDeclaration(text)) answers += 'V';
+        EXPECT_EQ(answers, yes) << text;
+    }
+}
+
+const std::pair<const char*, const char*> kNameRows[] = {
+    {"void Main(string[] args)", "Main"},
+    {"public static int Add(int a, int b)", "Add"},
+    {"static Foo(int x)", "Foo"},
+    {"List<int> GetItems(int n)", "GetItems"},
+    {"public Dictionary<string, int> Map()", "Map"},
+    {"int* GetPtr(void)", "GetPtr"},
+    {"void *Alloc(int n)", "Alloc"},
+    {"Dictionary<K, V> Convert<T>(T x)", "Convert"},
+    {"void F(int a = 5)", "F"},
+    {"new Foo(1)", "Foo"},
+    {"public static bool operator ==(A a, A b)", "=="},
+    {"void Foo<T>(T x)", ""},
+    {"Dictionary<K, V> Pair<A, B>(A a)", "B>"},
+    {"void IFoo2.Bar()", ".Bar"},
+    {"int x", "x"},
+    {"Foo", "Foo"},
+    {"void   Spaced  ( int a )", "Spaced"},
+    {"x 1.Foo<T>1.Bar<U", "1.Bar"},
+};
+
+TEST(Analysis, FindsFunctionNames) {
+    for (const auto& [header, name] : kNameRows) EXPECT_EQ(functionName(header), name) << header;
+}
+
+}  // namespace
