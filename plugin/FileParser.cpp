@@ -1,7 +1,9 @@
 #include "plugin/FileParser.h"
 
+#include <utility>
 #include <vector>
 
+#include "cleaner/Cleaner.h"
 #include "plugin/FileIo.h"
 #include "plugin/ModuleState.h"
 #include "tree/NodeCreation.h"
@@ -24,6 +26,8 @@ void ParseFileToFile(const std::string& inputPath, const std::string& outputPath
     objectCount = 0;
     std::string text = ReadWholeFile(inputPath);
     FileRoot root;
+    const std::vector<std::string> definedSymbols;
     std::vector<std::string> defines;
+    text = Cleaner().CleanText(std::move(text), definedSymbols, defines);
     TreeBuilderCS(inputPath, text, true, &root, outputPath, defines);
 }

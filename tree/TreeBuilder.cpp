@@ -2,11 +2,12 @@
 
 #include "output/NodeWriter.h"
 #include "text/StringHelpers.h"
+#include "tree/DefineListNode.h"
 #include "tree/Scanner.h"
 
 void TreeBuilderCS(std::string_view sourcePath, std::string_view sourceText, bool declarationMode,
                    ObjectBranch* root, std::string_view outputPath,
-                   const std::vector<std::string>& /*defines*/) {
+                   const std::vector<std::string>& defines) {
     root->branchType = BranchType::FileRoot;
     root->branchTypeAsString = KindName::kFilepath;
     root->contents = FileNameWithExtension(sourcePath);
@@ -16,5 +17,7 @@ void TreeBuilderCS(std::string_view sourcePath, std::string_view sourceText, boo
     Scanner scanner(sourceText, declarationMode, *root, contents);
     ScanText(scanner);
 
+    std::string defineList;
+    AppendAllDefines(root, defines, defineList);
     StartGeneratingObjects(root, outputPath);
 }

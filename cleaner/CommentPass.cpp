@@ -1,0 +1,194 @@
+// The comment pass of the cleaner.
+#include <array>
+#include <cstring>
+#include <utility>
+
+#include "cleaner/Cleaner.h"
+
+namespace {
+
+enum class Inside : unsigned char { Code, LineComment, BlockComment, SingleQuotes, DoubleQuotes };
+
+enum class Verdict : unsigned char { Copy, Drop };
+
+constexpr bool IsFiltered(char c) {
+    return (c < 32 && c != '\n' && c != '\r') || c == 127;
+}
+
+// Where a byte is plain: no rule does anything but copy it (drop it, in a comment). Most bytes are,
+// and are taken a run at a time.
+enum Plain : unsigned char {
+    kNowhere = 0,
+    kInCode = 1,            // behind the first character of a statement
+    kAtStatementStart = 2,  // before it
+    kInLineComment = 4,
+    kInBlockComment = 8,
+    kInLiteral = 16,
+};
+
+constexpr std::array<unsigned char, 256> kPlain = [] {
+    std::array<unsigned char, 256> plain{};
+    for (int byte = 32; byte < 127; ++byte) {
+        plain[static_cast<std::size_t>(byte)] =
+            kInCode | kInLineComment | kInBlockComment | kInLiteral;
+    }
+    const auto forbid = [&plain](std::string_view characters, int places) {
+        for (const char c : characters) {
+            plain[static_cast<unsigned char>(c)] &= static_cast<unsigned char>(~places);
+        }
+    };
+    forbid("T;/'\"", kInCode);
+    forbid("T;[", kInLineComment);
+    forbid("T;[*/", kInBlockComment);
+    forbid(";[\\'\"", kInLiteral);
+    for (const char c : std::string_view(" \n}")) {
+        plain[static_cast<unsigned char>(c)] |= kAtStatementStart;
+    }
+    return plain;
+}();
+
+class CommentPass {
+  public:
+    explicit CommentPass(std::string_view text) : text_(text), out_(text.size(), '\0') {}
+
+    std::string Run() {
+        char* end = out_.data();
+        for (std::size_t i = 0; i < text_.size();) {
+            const std::size_t run = PlainRun(i);
+            if (run > 0) {
+                if (!InComment()) {
+                    std::memcpy(end, text_.data() + i, run);
+                    end += run;
+                }
+                i += run;
+                continue;
+            }
+            const char c = text_[i];
+            if (IsFiltered(c)) {
+                *end++ = ' ';
+            } else if (Examine(c, i) == Verdict::Copy) {
+                *end++ = c;
+            }
+            ++i;
+        }
+        out_.resize(static_cast<std::size_t>(end - out_.data()));
+        return std::move(out_);
+    }
+
+  private:
+    bool InLiteral() const {
+        return inside_ == Inside::SingleQuotes || inside_ == Inside::DoubleQuotes;
+    }
+    bool InComment() const {
+        return inside_ == Inside::LineComment || inside_ == Inside::BlockComment;
+    }
+
+    Plain PlainPlace() const {
+        if (escape_ || semicolonSkip_ || attribute_) return kNowhere;
+        switch (inside_) {
+            case Inside::Code: return statementStart_ ? kAtStatementStart : kInCode;
+            case Inside::LineComment: return kInLineComment;
+            case Inside::BlockComment: return kInBlockComment;
+            default: return kInLiteral;
+        }
+    }
+
+    std::size_t PlainRun(std::size_t start) const {
+        const Plain place = PlainPlace();
+        std::size_t end = start;
+        while (end < text_.size() &&
+               (kPlain[static_cast<unsigned char>(text_[end])] & place) != 0) {
+            ++end;
+        }
+        return end - start;
+    }
+
+    // A run of five 'T' with a byte behind it, and no 'd' two places before it.
+    bool StartsTRun(std::size_t i) const {
+        return i + 5 < text_.size() && text_.compare(i, 5, "TTTTT") == 0 &&
+               !(i >= 2 && text_[i - 2] == 'd');
+    }
+
+    // One byte against the rules, in their order. The first that decides wins; a rule that sets a
+    // flag and does not return leaves the byte to those below.
+    Verdict Examine(char c, std::size_t i) {
+        const char next = i + 1 < text_.size() ? text_[i + 1] : c;
+        const char previous = i > 0 ? text_[i - 1] : c;
+
+        // An escaped character is never looked at. Behind a "/*" that keeps "/*/" from closing the
+        // comment, and the character goes the way of the comment.
+        if (escape_) {
+            escape_ = false;
+            return inside_ == Inside::BlockComment && c != '\n' ? Verdict::Drop : Verdict::Copy;
+        }
+        // A stretch to be skipped opens in comments too.
+        if (c == 'T' && !InLiteral() && StartsTRun(i)) {
+            semicolonSkip_ = true;
+            return Verdict::Drop;
+        }
+        // Every semicolon starts a statement, in comments and literals too.
+        if (c == ';') {
+            if (semicolonSkip_) {
+                semicolonSkip_ = false;
+                return Verdict::Drop;
+            }
+            statementStart_ = true;
+        }
+        // An attribute section at the start of a statement, wherever that start was seen.
+        if (statementStart_ && (attribute_ || c == '[')) {
+            attribute_ = c != ']';
+            return Verdict::Drop;
+        }
+        if (semicolonSkip_) return Verdict::Drop;
+
+        if (c == '*' && inside_ == Inside::BlockComment && previous == '/') {
+            escape_ = true;
+            return Verdict::Drop;
+        }
+        if (c == '/' && inside_ == Inside::BlockComment && previous == '*') {
+            // The character behind a comment is copied unexamined.
+            inside_ = Inside::Code;
+            escape_ = true;
+            return Verdict::Drop;
+        }
+        if (c == '/' && inside_ == Inside::Code && (next == '/' || next == '*')) {
+            inside_ = next == '/' ? Inside::LineComment : Inside::BlockComment;
+            return Verdict::Drop;
+        }
+        if (InLiteral()) {
+            if (c == '\\') escape_ = true;
+            if (c == (inside_ == Inside::SingleQuotes ? '\'' : '"')) inside_ = Inside::Code;
+            return Verdict::Copy;
+        }
+        if ((c == '\'' || c == '"') && inside_ == Inside::Code) {
+            inside_ = c == '\'' ? Inside::SingleQuotes : Inside::DoubleQuotes;
+            return Verdict::Copy;
+        }
+        if (c == '\n') {
+            // The end of a comment's line starts no statement.
+            if (inside_ == Inside::LineComment) {
+                inside_ = Inside::Code;
+                return Verdict::Copy;
+            }
+            if (inside_ == Inside::BlockComment) return Verdict::Copy;
+            statementStart_ = true;
+        }
+        if (InComment()) return Verdict::Drop;
+        if (c != ' ' && c != '\n' && c != '}' && c != ';') statementStart_ = false;
+        return Verdict::Copy;
+    }
+
+    std::string_view text_;
+    std::string out_;
+    Inside inside_ = Inside::Code;
+    bool escape_ = false;         // the next character is not looked at
+    bool semicolonSkip_ = false;  // everything up to the next semicolon is dropped
+    bool attribute_ = false;      // everything up to the next ']' is dropped
+    bool statementStart_ = true;  // nothing of the next statement has been copied yet
+};
+
+}  // namespace
+
+std::string Cleaner::UncommentAndUnquoteText(std::string_view text) const {
+    return CommentPass(text).Run();
+}
