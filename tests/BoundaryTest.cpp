@@ -6,12 +6,11 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include "plugin/PluginCS.h"
+#include "tests/Corpus.h"
 
 // A host may have a `chunk` of its own and keeps it.
 extern "C" {
@@ -51,18 +50,6 @@ struct Module {
     PluginCS_Info info;
 };
 
-std::string FileText(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-std::string WriteFile(const std::string& name, const std::string& text) {
-    const std::string path = testing::TempDir() + name;
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
-}
-
 TEST(Boundary, ExportsExactlyNineNames) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> names(
         popen("nm -D --defined-only " MODULE_PATH " | awk '{print $3}' | LC_ALL=C sort", "r"),
@@ -83,7 +70,7 @@ TEST(Boundary, StartsFreshAndIsGoneWhenClosed) {
         EXPECT_EQ(*module.Get<int*>("currentIndex"), 0);
         EXPECT_TRUE(module.Get<std::string*>("chunk")->empty());
         module.cleanup();
-        const std::string path = WriteFile("rest.cs", "a; the rest");
+        const std::string path = WriteTemporary("rest.cs", "a; the rest");
         module.Text(path.c_str());
         EXPECT_EQ(*module.Get<std::string*>("chunk"), " the rest");
         EXPECT_EQ(chunk, "the host's");
@@ -105,7 +92,7 @@ TEST(Boundary, InfoGivesANewBlockWithTheSameText) {
 
 TEST(Boundary, TwoTextsLiveUntilTheirOwnersLetGo) {
     const Module module;
-    const std::string path = WriteFile("two.cs", "a;");
+    const std::string path = WriteTemporary("two.cs", "a;");
     char* const first = module.parse(path.c_str());
     const std::string copy = first;
     char* const second = module.parse(path.c_str());
@@ -120,10 +107,10 @@ TEST(Boundary, TwoTextsLiveUntilTheirOwnersLetGo) {
 
 TEST(Boundary, FilesAreReplacedWhole) {
     const Module module;
-    const std::string path = WriteFile("in.cs", "a;");
-    const std::string out = WriteFile("out.json", std::string(100000, 'x'));
+    const std::string path = WriteTemporary("in.cs", "a;");
+    const std::string out = WriteTemporary("out.json", std::string(100000, 'x'));
     module.parseToFile(path.c_str(), out.c_str());
-    EXPECT_EQ(FileText(out), module.Text(path.c_str()));
+    EXPECT_EQ(ReadText(out), module.Text(path.c_str()));
     module.parseToFile(path.c_str(), "/no/such/folder/out.json");
     module.parseToFile(path.c_str(), nullptr);
     module.cleanup();
@@ -131,22 +118,22 @@ TEST(Boundary, FilesAreReplacedWhole) {
 
 TEST(Boundary, UnreadablePathsAreEmptyFiles) {
     const Module module;
-    const std::string empty = module.Text("/no/such/file");
-    EXPECT_EQ(empty.find("[\n  {\n"), 0U);
-    const auto unpathed = [](std::string text, const std::string& path, const std::string& name) {
-        for (const std::string& cut : {"\"filePath\": \"" + path, "\"contents\": \"" + name}) {
-            for (std::size_t at = 0;
-                 !cut.empty() && (at = text.find(cut + '"')) != std::string::npos;) {
-                text.erase(at, cut.size() + 1);
+    const std::string expected = ReadText(std::filesystem::path(CASES) / "empty.json");
+    for (const char* path : {"/no/such/empty.cs", "/etc", "", static_cast<const char*>(nullptr)}) {
+        const std::string named = path == nullptr ? "" : path;
+        std::string text = module.Text(path);
+        // The records but for the path, and the root's text, the name at its end.
+        const auto replace = [&text](const std::string& from, const std::string& to) {
+            for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos;) {
+                text.replace(at, from.size(), to);
+                at += to.size();
             }
-        }
-        return text;
-    };
-    const std::string expected = unpathed(empty, "/no/such/file", "file");
-    const std::string file = WriteFile("empty.cs", "");
-    EXPECT_EQ(unpathed(module.Text(file.c_str()), file, "empty.cs"), expected);
-    EXPECT_EQ(unpathed(module.Text("/etc"), "/etc", "etc"), expected);
-    EXPECT_EQ(module.Text(nullptr), module.Text(""));
+        };
+        replace("\"filePath\": \"" + named + '"', "\"filePath\": \"empty.cs\"");
+        const std::size_t root = text.find("\"contents\": \"") + 13;
+        text.replace(root, text.find('"', root) - root, "empty.cs");
+        EXPECT_EQ(text, expected) << named;
+    }
 }
 
 TEST(Boundary, SurvivesDepthAndSize) {
@@ -155,10 +142,11 @@ TEST(Boundary, SurvivesDepthAndSize) {
     for (const char* unit : {"{", "a;", "}", "(\n", "\"", "\xFF\n\0x", "{}"}) {
         std::string text;
         while (text.size() < 1000000) text += unit;
-        EXPECT_EQ(module.Text(WriteFile("big.cs", text).c_str()).substr(0, 2), "[\n") << unit;
+        EXPECT_EQ(module.Text(WriteTemporary("big.cs", text).c_str()).substr(0, 2), "[\n") << unit;
     }
-    EXPECT_EQ(module.Text(WriteFile("big.cs", std::string(20000000, ';')).c_str()).substr(0, 2),
-              "[\n");
+    EXPECT_EQ(
+        module.Text(WriteTemporary("big.cs", std::string(20000000, ';')).c_str()).substr(0, 2),
+        "[\n");
     testing::internal::GetCapturedStdout();
 }
 

@@ -5,6 +5,7 @@
 
 #include "plugin/ModuleState.h"
 #include "text/StringHelpers.h"
+#include "tree/Directives.h"
 #include "tree/NodeCreation.h"
 
 namespace {
@@ -47,14 +48,21 @@ ScanStep StopWithError(Scanner& s, const char* message) {
     return ScanStep::Stop;
 }
 
-void EndLine(Scanner& s) {
+ScanStep EndLine(Scanner& s) {
     ++s.lineCounter;
     // A backslash continues the line: the newline is swallowed.
     if (s.chunkReader.LastWordEndsInBackslash()) {
         ++s.position;
-        return;
+        return ScanStep::Continue;
     }
-    TakeText(s);
+    const DirectiveEnd end = s.inDirective ? EndDirective(s) : DirectiveEnd::Unrecognised;
+    if (end == DirectiveEnd::Abandoned) return ScanStep::Abandon;
+    if (end == DirectiveEnd::Recorded) {
+        ++s.position;
+    } else {
+        TakeText(s);
+    }
+    return ScanStep::Continue;
 }
 
 ScanStep EndStatement(Scanner& s) {
@@ -81,7 +89,7 @@ bool StartsAttribute(Scanner& s) {
 // Whether the block that opens is a declaration ("namespace N", "class A", "else"): a header
 // without parentheses. A struct is none, and marks what stands in its body.
 bool OpensDeclaration(Scanner& s) {
-    if (!s.declarationMode) return false;
+    if (s.inDirective || !s.declarationMode) return false;
     if (ContainsWord(chunk, "struct")) {
         if (!Contains(chunk, "\"") && !Contains(chunk, "(")) s.inStruct = true;
         return false;
@@ -115,7 +123,14 @@ ScanStep TakeStep(Scanner& s) {
     switch (s.text[s.position]) {
         case '\'':
         case '"': TakeLiteral(s); break;
-        case '\n': EndLine(s); break;
+        case '#':
+            if (StartDirective(s)) {
+                ++s.position;
+            } else {
+                TakeText(s);
+            }
+            break;
+        case '\n': return EndLine(s);
         case '(':
             ++s.parenDepth;
             TakeText(s);
@@ -172,11 +187,12 @@ Scanner::Scanner(std::string_view sourceText, bool inDeclarationMode, ObjectBran
     current->contents = "namespace global";
 }
 
-void ScanText(Scanner& scanner) {
+ScanStep ScanText(Scanner& scanner) {
     ScanStep step = ScanStep::Continue;
     while (step == ScanStep::Continue && scanner.position < scanner.text.size()) {
         step = TakeStep(scanner);
     }
+    return step;
 }
 
 void EmptyChunk(Scanner& scanner) {

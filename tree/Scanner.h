@@ -22,18 +22,23 @@ struct Scanner {
     std::size_t position = 0;      // of the character being examined
     std::int32_t lineCounter = 1;  // counted newlines plus one; newlines in literals do not count
     std::int64_t parenDepth = 0;   // '(' minus ')' outside literals; may go negative
+    bool inDirective = false;      // a directive line is being collected
     bool inAttribute = false;      // in a bracketed attribute section that is being dropped
     bool inStruct = false;         // in a struct body; its blocks become defines
     ChunkReader chunkReader;       // what is asked of `chunk`
     std::string& contents;         // what the nodes' contents point into
 };
 
-/// What the scan does after a step.
-enum class ScanStep { Continue, Stop };
+/// What the scan does after a step, and how it ended.
+enum class ScanStep {
+    Continue,
+    Stop,     // at a structural error; it left an error node below the root
+    Abandon,  // the build is given up
+};
 
-/// Scans the whole text, or up to the first structural error, which leaves an error node below
-/// the root and a message on standard output.
-void ScanText(Scanner& scanner);
+/// Scans the text to its end or to the first step that does not continue, whose result it returns.
+/// Either of those leaves a message on standard output.
+ScanStep ScanText(Scanner& scanner);
 
 /// Empties `chunk`, and what is known of it.
 void EmptyChunk(Scanner& scanner);

@@ -2,7 +2,9 @@
 
 #include "output/NodeWriter.h"
 #include "text/StringHelpers.h"
+#include "tree/ClassNames.h"
 #include "tree/DefineListNode.h"
+#include "tree/InlineFunctions.h"
 #include "tree/Scanner.h"
 
 void TreeBuilderCS(std::string_view sourcePath, std::string_view sourceText, bool declarationMode,
@@ -15,8 +17,10 @@ void TreeBuilderCS(std::string_view sourcePath, std::string_view sourceText, boo
 
     std::string contents;
     Scanner scanner(sourceText, declarationMode, *root, contents);
-    ScanText(scanner);
+    if (ScanText(scanner) == ScanStep::Abandon) return;
 
+    GenerateInlineFunctions(root);
+    ExpandClassnames(root);
     std::string defineList;
     AppendAllDefines(root, defines, defineList);
     StartGeneratingObjects(root, outputPath);

@@ -1,0 +1,34 @@
+// The case files: sources with the module's exact bytes beside them, made by hand.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+inline std::string ReadText(const std::filesystem::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+inline std::string WriteTemporary(const std::string& name, std::string_view text) {
+    std::string path = testing::TempDir() + std::to_string(getpid()) + name;
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+}
+
+/// The sources of the folder CASES, sorted, by their names in it.
+inline std::vector<std::string> CaseNames() {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(CASES)) {
+        if (entry.path().extension() == ".cs") names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}

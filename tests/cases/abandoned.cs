@@ -1,0 +1,6 @@
+class A {
+#endif
+}
+int b; #endif
+; #endif
+int c;

@@ -1,0 +1,19 @@
+// Directive lines inside the scanned text. The cleaner removes every line that begins with '#', so
+// these are the ones in the middle of a line, behind a ';', '{' or '}'.
+#pragma once
+
+#include "tree/Scanner.h"
+
+/// What the newline at the end of a directive line comes to.
+enum class DirectiveEnd {
+    Unrecognised,  // no keyword: the newline is text, and the directive goes on
+    Recorded,      // the directive is in the tree
+    Abandoned,     // it closes what is not open: the whole build is given up
+};
+
+/// Starts a directive at a '#' with no text before it; false where there is some.
+bool StartDirective(Scanner& scanner);
+
+/// Ends the directive that was collected, if its text begins with a keyword. An unrecognised one
+/// goes on until a later line's end finds collected text that does.
+DirectiveEnd EndDirective(Scanner& scanner);
