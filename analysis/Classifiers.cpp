@@ -1,38 +1,38 @@
 #include "analysis/Classifiers.h"
 
+#include <initializer_list>
+
 #include "analysis/PartWalker.h"
 #include "text/CharClass.h"
 #include "text/StringHelpers.h"
 
 namespace {
 
-bool BeginsWithLetter(std::string_view part) {
-    return !part.empty() && IsAsciiLetter(part[0]);
+bool BeginsWithLetter(std::string_view part) { return !part.empty() && IsAsciiLetter(part[0]); }
+
+// Most texts begin with none of the words, and with none of their first characters.
+bool FirstWordIsOneOf(std::string_view text, std::initializer_list<std::string_view> words) {
+    for (const std::string_view word : words) {
+        if (!text.empty() && text[0] == word[0] && FirstWord(text) == word) return true;
+    }
+    return false;
 }
 
 }  // namespace
 
-bool DetectReturnDeclaration(std::string_view text) {
-    return PartWalker(text).Next() == "return";
-}
+bool DetectReturnDeclaration(std::string_view text) { return PartWalker(text).Next() == "return"; }
 
 bool DetectLogic(std::string_view text) {
-    const std::string_view word = FirstWord(text);
-    if (word == "if" || word == "else" || word == "switch" || word == "try" || word == "catch") {
-        return true;
-    }
+    if (FirstWordIsOneOf(text, {"if", "else", "switch", "try", "catch"})) return true;
     return OutsideStringMatch(text, "==");
 }
 
 bool DetectLoop(std::string_view text) {
-    const std::string_view word = FirstWord(text);
-    return word == "while" || word == "for" || word == "foreach";
+    return FirstWordIsOneOf(text, {"while", "for", "foreach"});
 }
 
 bool DetectDefines(std::string_view text) {
-    const std::string_view word = FirstWord(text);
-    return word == "using" || word == "#include" || word == "import" || word == "package" ||
-           word == "#define";
+    return FirstWordIsOneOf(text, {"using", "#include", "import", "package", "#define"});
 }
 
 bool DetectFunctionDeclaration(std::string_view text) {

@@ -22,9 +22,7 @@ constexpr std::array<Kind, 256> kKinds = [] {
     return kinds;
 }();
 
-constexpr Kind KindOf(char c) {
-    return kKinds[static_cast<unsigned char>(c)];
-}
+constexpr Kind KindOf(char c) { return kKinds[static_cast<unsigned char>(c)]; }
 
 }  // namespace
 

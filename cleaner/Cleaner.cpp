@@ -1,6 +1,7 @@
 #include "cleaner/Cleaner.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "text/StringHelpers.h"
 
@@ -8,10 +9,10 @@ std::string Cleaner::CleanText(std::string text, const std::vector<std::string>&
                                std::vector<std::string>& defines) const {
     ReplaceAll(text, "\t", " ");
     ReplaceAll(text, "\r", "\n");
-    text = UncommentAndUnquoteText(text);
+    text = UncommentAndUnquoteText(std::move(text));
     std::fputs("the final data is ", stdout);
     std::fwrite(text.data(), 1, text.size(), stdout);
-    return PreProcessorSimulation(text, definedSymbols, defines);
+    return PreProcessorSimulation(std::move(text), definedSymbols, defines);
 }
 
 void Cleaner::ReplaceAll(std::string& text, std::string_view from, std::string_view to) const {

@@ -21,14 +21,14 @@ class Cleaner {
     /// The comment pass: drops comments, attribute sections at the start of a statement, and
     /// stretches from a run of five 'T' to the next semicolon; turns bytes that are not printable
     /// into blanks. Literals and the line feeds of comments stay.
-    std::string UncommentAndUnquoteText(std::string_view text) const;
+    std::string UncommentAndUnquoteText(std::string text) const;
 
     /// The preprocessor pass: empties every directive line and every line of an inactive section,
     /// and unindents most others. One line feed out for each line feed in. A condition is true when
     /// its operand, the rest of its line, is an entry of `definedSymbols`. Appends each operand to
     /// `defines` unless it stands there already. Directive lines of more than 50 bytes write a
     /// trace line to standard output for each further byte.
-    std::string PreProcessorSimulation(std::string_view text,
+    std::string PreProcessorSimulation(std::string text,
                                        const std::vector<std::string>& definedSymbols,
                                        std::vector<std::string>& defines) const;
 

@@ -1,6 +1,5 @@
 // The comment pass of the cleaner.
 #include <array>
-#include <cstring>
 #include <utility>
 
 #include "cleaner/Cleaner.h"
@@ -11,9 +10,7 @@ enum class Inside : unsigned char { Code, LineComment, BlockComment, SingleQuote
 
 enum class Verdict : unsigned char { Copy, Drop };
 
-constexpr bool IsFiltered(char c) {
-    return (c < 32 && c != '\n' && c != '\r') || c == 127;
-}
+constexpr bool IsFiltered(char c) { return (c < 32 && c != '\n' && c != '\r') || c == 127; }
 
 // Where a byte is plain: no rule does anything but copy it (drop it, in a comment). Most bytes are,
 // and are taken a run at a time.
@@ -47,22 +44,27 @@ constexpr std::array<unsigned char, 256> kPlain = [] {
     return plain;
 }();
 
+constexpr bool IsPlain(char c, Plain place) {
+    return (kPlain[static_cast<unsigned char>(c)] & place) != 0;
+}
+
 class CommentPass {
   public:
-    explicit CommentPass(std::string_view text) : text_(text), out_(text.size(), '\0') {}
+    explicit CommentPass(std::string text) : text_(std::move(text)) {}
 
+    // The result takes the text's place: it never gets ahead of the byte that is looked at, and the
+    // bytes just before that one are as they were or blanks in place of what no rule looks for.
     std::string Run() {
-        char* end = out_.data();
-        for (std::size_t i = 0; i < text_.size();) {
-            const std::size_t run = PlainRun(i);
-            if (run > 0) {
-                if (!InComment()) {
-                    std::memcpy(end, text_.data() + i, run);
-                    end += run;
-                }
-                i += run;
-                continue;
+        char* end = text_.data();
+        const std::size_t size = text_.size();
+        for (std::size_t i = 0; i < size;) {
+            const Plain place = PlainPlace();
+            if (InComment()) {
+                while (i < size && IsPlain(text_[i], place)) ++i;
+            } else {
+                while (i < size && IsPlain(text_[i], place)) *end++ = text_[i++];
             }
+            if (i == size) break;
             const char c = text_[i];
             if (IsFiltered(c)) {
                 *end++ = ' ';
@@ -71,8 +73,8 @@ class CommentPass {
             }
             ++i;
         }
-        out_.resize(static_cast<std::size_t>(end - out_.data()));
-        return std::move(out_);
+        text_.resize(static_cast<std::size_t>(end - text_.data()));
+        return std::move(text_);
     }
 
   private:
@@ -91,16 +93,6 @@ class CommentPass {
             case Inside::BlockComment: return kInBlockComment;
             default: return kInLiteral;
         }
-    }
-
-    std::size_t PlainRun(std::size_t start) const {
-        const Plain place = PlainPlace();
-        std::size_t end = start;
-        while (end < text_.size() &&
-               (kPlain[static_cast<unsigned char>(text_[end])] & place) != 0) {
-            ++end;
-        }
-        return end - start;
     }
 
     // A run of five 'T' with a byte behind it, and no 'd' two places before it.
@@ -178,8 +170,7 @@ class CommentPass {
         return Verdict::Copy;
     }
 
-    std::string_view text_;
-    std::string out_;
+    std::string text_;
     Inside inside_ = Inside::Code;
     bool escape_ = false;         // the next character is not looked at
     bool semicolonSkip_ = false;  // everything up to the next semicolon is dropped
@@ -189,6 +180,6 @@ class CommentPass {
 
 }  // namespace
 
-std::string Cleaner::UncommentAndUnquoteText(std::string_view text) const {
-    return CommentPass(text).Run();
+std::string Cleaner::UncommentAndUnquoteText(std::string text) const {
+    return CommentPass(std::move(text)).Run();
 }

@@ -2,7 +2,9 @@
 // one string, so without defined symbols only "#ifndef" sections and "#else" branches are kept.
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <unordered_set>
+#include <utility>
 
 #include "cleaner/Cleaner.h"
 #include "text/CharClass.h"
@@ -10,9 +12,7 @@
 
 namespace {
 
-constexpr bool IsPrintable(char c) {
-    return c >= ' ';
-}  // 32 to 127: the rest is negative
+constexpr bool IsPrintable(char c) { return c >= ' '; }  // 32 to 127: the rest is negative
 
 bool HasEntry(const std::vector<std::string>& list, std::string_view entry) {
     return std::find(list.begin(), list.end(), entry) != list.end();
@@ -20,15 +20,14 @@ bool HasEntry(const std::vector<std::string>& list, std::string_view entry) {
 
 class PreprocessorPass {
   public:
-    PreprocessorPass(std::string_view text, const std::vector<std::string>& definedSymbols,
+    PreprocessorPass(std::string text, const std::vector<std::string>& definedSymbols,
                      std::vector<std::string>& defines)
-        : text_(text),
+        : text_(std::move(text)),
           definedSymbols_(definedSymbols),
           defines_(defines),
-          known_(defines.begin(), defines.end()) {
-        out_.reserve(text.size());
-    }
+          known_(defines.begin(), defines.end()) {}
 
+    // The result takes the text's place: it never gets ahead of the byte that is read.
     std::string Run() {
         for (std::size_t i = 0; i < text_.size();) {
             if (text_[i] == '\n') {
@@ -40,7 +39,8 @@ class PreprocessorPass {
                 i += TakeRun(i);
             }
         }
-        return std::move(out_);
+        text_.resize(size_);
+        return std::move(text_);
     }
 
   private:
@@ -59,13 +59,19 @@ class PreprocessorPass {
     std::size_t TakeRun(std::size_t start) {
         const bool blanks = lineStart_ && text_[start] == ' ';
         if (lineStart_ && !blanks) StartLineWith(text_[start]);
+        const std::size_t size = text_.size();
         std::size_t end = start + 1;
-        while (end < text_.size() && (blanks ? text_[end] == ' ' : IsPrintable(text_[end]))) ++end;
-        const std::string_view run = text_.substr(start, end - start);
+        if (blanks) {
+            while (end < size && text_[end] == ' ') ++end;
+        } else {
+            while (end < size && IsPrintable(text_[end])) ++end;
+        }
+        const std::string_view run = std::string_view(text_).substr(start, end - start);
         if (holding_) {
             Hold(run);
         } else if (Emitting()) {
-            out_.append(run);
+            std::memmove(&text_[size_], run.data(), run.size());
+            size_ += run.size();
         }
         return run.size();
     }
@@ -97,7 +103,7 @@ class PreprocessorPass {
     }
 
     void EndLine() {
-        out_.push_back('\n');
+        text_[size_++] = '\n';
         if (pending_.empty()) {
             Expect(true);
             return;
@@ -183,23 +189,23 @@ class PreprocessorPass {
         if (parts.size() == 2 && known_.insert(parts[1]).second) defines_.push_back(parts[1]);
     }
 
-    std::string_view text_;
+    std::string text_;
+    std::size_t size_ = 0;  // of the result
     const std::vector<std::string>& definedSymbols_;
     std::vector<std::string>& defines_;
     std::unordered_set<std::string> known_;  // the entries of `defines_`
-    std::string out_;
-    std::string pending_;    // the current line as far as it is held back
-    bool lineStart_ = true;  // only blanks were seen on the current line
-    bool holding_ = true;    // characters go to the pending line instead of the output
+    std::string pending_;                    // the current line as far as it is held back
+    bool lineStart_ = true;                  // only blanks were seen on the current line
+    bool holding_ = true;  // characters go to the pending line instead of the output
     std::vector<Level> levels_{Level{}};
 };
 
 }  // namespace
 
-std::string Cleaner::PreProcessorSimulation(std::string_view text,
+std::string Cleaner::PreProcessorSimulation(std::string text,
                                             const std::vector<std::string>& definedSymbols,
                                             std::vector<std::string>& defines) const {
-    return PreprocessorPass(text, definedSymbols, defines).Run();
+    return PreprocessorPass(std::move(text), definedSymbols, defines).Run();
 }
 
 void Cleaner::CleanerPartsList(std::string_view line, std::vector<std::string>& parts) const {

@@ -14,9 +14,10 @@ namespace {
 // of its children still read the builder's kind.
 void RenderTree(const ObjectBranch& root, TextBuffer& text) {
     JsonRecords records(text);
+    std::string functionNameStore;
     for (const ObjectBranch* node = &root; node != nullptr; node = NextInPreOrder(node, &root)) {
         ObjectBranch record = *node;
-        ClassifyRecord(record);
+        ClassifyRecord(record, functionNameStore);
         records.Add(record);
     }
     records.Finish();

@@ -11,7 +11,7 @@ constexpr std::string_view kVariableTag = "\n      \"variable\"\n";
 }  // namespace
 
 // The order of the questions is the rule: the first yes decides.
-void ClassifyRecord(ObjectBranch& record) {
+void ClassifyRecord(ObjectBranch& record, std::string& functionNameStore) {
     if (record.parent == nullptr) return;
     std::string_view& kind = record.branchTypeAsString;
     const std::string_view parentKind = record.parent->branchTypeAsString;
@@ -36,7 +36,8 @@ void ClassifyRecord(ObjectBranch& record) {
         // A list of symbols can look like a declaration, and is none.
     } else if (DetectFunctionDeclaration(record.contents)) {
         kind = KindName::kFunction;
-        record.simpleFunctionName = functionName(record.contents);
+        functionNameStore = functionName(record.contents);
+        record.simpleFunctionName = functionNameStore;
     } else if (DetectVariableDeclaration(record.contents)) {
         // The words "namespace global" would pass for one.
         if (kind == KindName::kNamespace) return;

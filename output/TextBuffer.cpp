@@ -5,9 +5,7 @@
 #include <new>
 #include <utility>
 
-TextBuffer::~TextBuffer() {
-    std::free(begin_);
-}
+TextBuffer::~TextBuffer() { std::free(begin_); }
 
 char* TextBuffer::Release() {
     const std::size_t size = View().size();

@@ -11,9 +11,7 @@
 
 namespace {
 
-std::string FromHost(const char* path) {
-    return path == nullptr ? std::string() : path;
-}
+std::string FromHost(const char* path) { return path == nullptr ? std::string() : path; }
 
 // Nothing but running out of memory is thrown below, and a C host could not catch it: the parse is
 // abandoned, and the result stays what it was.
@@ -44,6 +42,4 @@ void CleanupCS() {
     returnResult = nullptr;
 }
 
-void parseAllFiles(const char* inputPath, const char* outputPath) {
-    Parse(inputPath, outputPath);
-}
+void parseAllFiles(const char* inputPath, const char* outputPath) { Parse(inputPath, outputPath); }

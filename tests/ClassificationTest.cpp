@@ -47,9 +47,10 @@ TEST(Classification, GoesThroughItsStepsInOrder) {
         record.branchTypeAsString = row.kind;
         record.branchType = row.type;
         record.contents = row.contents;
-        ClassifyRecord(record);
+        std::string name;
+        ClassifyRecord(record, name);
         std::string result(record.branchTypeAsString);
-        result.append("|").append(record.contents).append("|" + record.simpleFunctionName);
+        result.append("|").append(record.contents).append("|").append(record.simpleFunctionName);
         if (record.tags == "\n      \"variable\"\n") result += "|V";
         EXPECT_EQ(result, row.result) << row.contents;
         EXPECT_EQ(record.branchType, row.type);
@@ -60,7 +61,8 @@ TEST(Classification, LeavesTheRootAlone) {
     ObjectBranch root;
     root.branchTypeAsString = "filepath";
     root.contents = "if x.cs";
-    ClassifyRecord(root);
+    std::string name;
+    ClassifyRecord(root, name);
     EXPECT_EQ(root.branchTypeAsString, "filepath");
 }
 

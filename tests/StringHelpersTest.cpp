@@ -7,30 +7,14 @@ namespace {
 using std::string_literals::operator""s;
 using Function = std::string (*)(std::string);
 
-std::string Trim(std::string text) {
-    return std::string(trim(text));
-}
-std::string Convert(std::string text) {
-    return ConvertWhiteSpacesToSingleSpace(text);
-}
-std::string Reduce(std::string text) {
-    return TrimAndReduce(text);
-}
-std::string First(std::string text) {
-    return std::string(FirstWord(text));
-}
-std::string Last(std::string text) {
-    return std::string(LastWord(text));
-}
-std::string Name(std::string text) {
-    return std::string(FileName(text));
-}
-std::string NameWithExtension(std::string text) {
-    return std::string(FileNameWithExtension(text));
-}
-std::string Escape(std::string text) {
-    return EscapeString(text) == text ? text : "not stored";
-}
+std::string Trim(std::string text) { return std::string(trim(text)); }
+std::string Convert(std::string text) { return ConvertWhiteSpacesToSingleSpace(text); }
+std::string Reduce(std::string text) { return TrimAndReduce(text); }
+std::string First(std::string text) { return std::string(FirstWord(text)); }
+std::string Last(std::string text) { return std::string(LastWord(text)); }
+std::string Name(std::string text) { return std::string(FileName(text)); }
+std::string NameWithExtension(std::string text) { return std::string(FileNameWithExtension(text)); }
+std::string Escape(std::string text) { return EscapeString(text) == text ? text : "not stored"; }
 std::string NoDots(std::string text) {
     std::string_view edited = text;
     return LastWordNoDots(edited) == edited ? std::string(edited) : "not stored";

@@ -2,15 +2,9 @@
 // host may have set, and are undefined for the negative values of high bytes; these are neither.
 #pragma once
 
-constexpr bool IsAsciiLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
+constexpr bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-constexpr bool IsAsciiDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+constexpr bool IsAsciiDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Blank, line feed, carriage return, tab, form feed, vertical tab: the trim set of `trim`.
-constexpr bool IsAsciiSpace(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
+constexpr bool IsAsciiSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }

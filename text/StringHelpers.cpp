@@ -1,6 +1,5 @@
 #include "text/StringHelpers.h"
 
-#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -11,12 +10,22 @@ namespace {
 constexpr std::string_view kTrimSet = " \n\r\t\f\v";
 constexpr std::string_view kPathSeparators = "\\/";
 
-constexpr bool IsReducible(char c) {
-    return c == ' ' || c == '\n' || c == '\r' || c == '\t';
-}
+constexpr bool IsReducible(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
 
 constexpr bool IsWordCharacter(char c) {
     return IsAsciiLetter(c) || IsAsciiDigit(c) || c == '_' || c == '#';
+}
+
+constexpr bool IsEscaped(char c) { return c == '"' || c == '\'' || c == '\\'; }
+
+// Most texts need none. Like `IsReduced`, written without a way out of the loop.
+bool NeedsEscape(std::string_view text) {
+    unsigned found = 0;
+    for (const char c : text) {
+        found |= static_cast<unsigned>(c == '"') | static_cast<unsigned>(c == '\'') |
+                 static_cast<unsigned>(c == '\\');
+    }
+    return found != 0;
 }
 
 // Whether reducing would change nothing: no reducible character but single blanks. Written
@@ -63,9 +72,7 @@ std::string_view rtrim(std::string_view text) {
     return text.substr(0, end);
 }
 
-std::string_view trim(std::string_view text) {
-    return rtrim(ltrim(text));
-}
+std::string_view trim(std::string_view text) { return rtrim(ltrim(text)); }
 
 std::string ConvertWhiteSpacesToSingleSpace(std::string_view text) {
     std::string out;
@@ -87,7 +94,10 @@ void AppendTrimmedAndReduced(std::string_view text, std::string& out) {
 void replaceAll(std::string& text, std::string_view from, std::string_view to) {
     if (from.empty()) return;
     if (from.size() == 1 && to.size() == 1) {
-        std::replace(text.begin(), text.end(), from[0], to[0]);
+        // Stores to every byte, changed or not: without a branch compilers take many at once.
+        const char before = from[0];
+        const char after = to[0];
+        for (char& c : text) c = c == before ? after : c;
         return;
     }
     std::size_t found = text.find(from);
@@ -108,9 +118,7 @@ std::string_view FirstWord(std::string_view text) {
     return text.substr(0, end);
 }
 
-std::string_view LastWord(std::string_view text) {
-    return text.substr(0, text.rfind(' '));
-}
+std::string_view LastWord(std::string_view text) { return text.substr(0, text.rfind(' ')); }
 
 std::string_view LastWordNoDots(std::string_view& text) {
     const std::size_t colon = text.rfind(':');
@@ -128,8 +136,9 @@ std::string EscapeString(std::string& text) {
 }
 
 char* WriteEscaped(std::string_view text, char* out) {
+    if (!NeedsEscape(text)) return out + text.copy(out, text.size());
     for (const char c : text) {
-        if (c == '"' || c == '\'' || c == '\\') *out++ = '\\';
+        if (IsEscaped(c)) *out++ = '\\';
         *out++ = c;
     }
     return out;
@@ -139,9 +148,7 @@ bool Contains(std::string_view text, std::string_view target) {
     return text.find(target) != std::string_view::npos;
 }
 
-bool ContainsWord(std::string_view text, std::string_view target) {
-    return Contains(text, target);
-}
+bool ContainsWord(std::string_view text, std::string_view target) { return Contains(text, target); }
 
 std::int64_t IndexOf(std::string_view text, std::string_view target) {
     return static_cast<std::int64_t>(text.find(target));
@@ -185,6 +192,4 @@ std::string_view FileName(std::string_view path) {
     return name.substr(0, name.rfind('.'));
 }
 
-bool BothAreSpaces(char a, char b) {
-    return a == b && a == ' ';
-}
+bool BothAreSpaces(char a, char b) { return a == b && a == ' '; }

@@ -1,5 +1,57 @@
 #include "tree/ObjectBranch.h"
 
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <type_traits>
+
+namespace {
+
+static_assert(std::is_trivially_destructible_v<ObjectBranch>,
+              "blocks go without a destructor call");
+
+// Where the nodes live: blocks of raw memory that go back all at once, with the last node. A node
+// costs a step forward, and a parse leaves nothing behind.
+class BranchPool {
+  public:
+    ObjectBranch* Take() {
+        if (free_ == 0) AddBlock();
+        --free_;
+        ++live_;
+        return new (next_++) ObjectBranch();
+    }
+
+    void GiveBack(std::size_t nodes) {
+        live_ -= nodes;
+        if (live_ > 0) return;
+        blocks_.clear();
+        free_ = 0;
+    }
+
+  private:
+    static constexpr std::size_t kNodesPerBlock = 480;  // just below 64 KiB
+
+    struct Storage {
+        alignas(ObjectBranch) std::byte bytes[sizeof(ObjectBranch)];
+    };
+
+    void AddBlock() {
+        // Not value-initialised: pages that no node needs are never touched.
+        blocks_.push_back(std::unique_ptr<Storage[]>(new Storage[kNodesPerBlock]));
+        next_ = blocks_.back().get();
+        free_ = kNodesPerBlock;
+    }
+
+    std::vector<std::unique_ptr<Storage[]>> blocks_;
+    Storage* next_ = nullptr;
+    std::size_t free_ = 0;
+    std::size_t live_ = 0;
+};
+
+BranchPool pool;
+
+}  // namespace
+
 std::string_view branchTypeAsString(const ObjectBranch& node) {
     switch (node.branchType) {
         case BranchType::Filepath:
@@ -18,9 +70,7 @@ std::string_view branchTypeAsString(const ObjectBranch& node) {
     }
 }
 
-ObjectBranch* NewBranch() {
-    return new ObjectBranch();
-}
+ObjectBranch* NewBranch() { return pool.Take(); }
 
 void AppendChild(ObjectBranch& parent, ObjectBranch& child) {
     child.parent = &parent;
@@ -29,13 +79,13 @@ void AppendChild(ObjectBranch& parent, ObjectBranch& child) {
 }
 
 void FreeChildren(ObjectBranch* node) {
-    ObjectBranch* next = FirstInPostOrder(node);
-    while (next != node) {
-        ObjectBranch* const freed = next;
-        next = NextInPostOrder(freed, node);
-        delete freed;
+    std::size_t nodes = 0;
+    for (const ObjectBranch* at = NextInPreOrder(node, node); at != nullptr;
+         at = NextInPreOrder(at, node)) {
+        ++nodes;
     }
     node->children = ChildList{};
+    pool.GiveBack(nodes);
 }
 
 void AddObjectToVector(const ObjectBranch* node, std::vector<ObjectBranch>* list) {

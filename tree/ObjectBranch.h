@@ -6,7 +6,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -73,8 +72,8 @@ struct ChildList {
     ObjectBranch* last = nullptr;
 };
 
-/// A plain structure: copying copies every field, and a copy refers to the same children without
-/// owning them.
+/// A plain structure of pointers, numbers and views: copying copies every field, and a copy refers
+/// to the same children without owning them.
 struct ObjectBranch {
     ObjectBranch* parent = nullptr;  ///< The node whose `children` hold this one; null for a root.
     BranchType branchType = BranchType::Filepath;
@@ -82,7 +81,7 @@ struct ObjectBranch {
     std::string_view filePath;            ///< Path of the source file.
     std::string_view contents;            ///< Statement, block header, file name or define list.
     std::string_view branchTypeAsString;  ///< Kind name, the word that the output shows.
-    std::string simpleFunctionName;       ///< Bare name of a declared function; records only.
+    std::string_view simpleFunctionName;  ///< Bare name of a declared function; records only.
     std::int32_t functionID = 0;          ///< -1 on every node made by the creation convention.
     ChildList children;                   ///< Owned, see `FreeChildren`.
     std::string_view tags;                ///< Raw fragment of JSON array elements.

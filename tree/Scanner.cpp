@@ -10,21 +10,36 @@
 
 namespace {
 
-// The characters that some step of the scan looks at; all others only grow the chunk.
-constexpr std::array<bool, 256> kStops = [] {
-    std::array<bool, 256> stops{};
-    for (const char c : std::string_view("'\"#\n();[]{}"))
-        stops[static_cast<unsigned char>(c)] = true;
-    return stops;
+// What the scan does with a character: most only grow the chunk, parentheses are counted on the
+// way, and the others stop it. Brackets do so only where attributes are dropped.
+enum class Reach : unsigned char { Text, Opening, Closing, Bracket, Stop };
+
+constexpr std::array<Reach, 256> kReach = [] {
+    std::array<Reach, 256> reach{};
+    const auto set = [&reach](std::string_view characters, Reach value) {
+        for (const char c : characters) reach[static_cast<unsigned char>(c)] = value;
+    };
+    set("(", Reach::Opening);
+    set(")", Reach::Closing);
+    set("[]", Reach::Bracket);
+    set("'\"#\n;{}", Reach::Stop);
+    return reach;
 }();
 
-// The character at the position, and every following one that no step looks at, go to the chunk;
-// in an attribute section they are dropped.
+constexpr Reach ReachOf(char c) { return kReach[static_cast<unsigned char>(c)]; }
+
+// The character at the position, and every following one up to the next that stops the scan, go to
+// the chunk; in an attribute section they are dropped.
 void TakeText(Scanner& s) {
-    const std::size_t start = s.position++;
-    while (s.position < s.text.size() && !kStops[static_cast<unsigned char>(s.text[s.position])]) {
-        ++s.position;
-    }
+    const std::size_t start = s.position;
+    Reach reach = Reach::Text;
+    do {
+        const Reach taken = ReachOf(s.text[s.position++]);
+        s.parenDepth +=
+            static_cast<int>(taken == Reach::Opening) - static_cast<int>(taken == Reach::Closing);
+        if (s.position == s.text.size()) break;
+        reach = ReachOf(s.text[s.position]);
+    } while (reach < Reach::Bracket || (reach == Reach::Bracket && s.declarationMode));
     if (!s.inAttribute) chunk.append(s.text.data() + start, s.position - start);
 }
 
@@ -131,14 +146,6 @@ ScanStep TakeStep(Scanner& s) {
             }
             break;
         case '\n': return EndLine(s);
-        case '(':
-            ++s.parenDepth;
-            TakeText(s);
-            break;
-        case ')':
-            --s.parenDepth;
-            TakeText(s);
-            break;
         case ';':
             if (s.parenDepth == 0) return EndStatement(s);
             TakeText(s);
