@@ -1,0 +1,22 @@
+/* A complete host: prints the records of the source file that it is given. */
+#include <PluginCS.h>
+#include <dlfcn.h>
+#include <stdio.h>
+#include <unistd.h>
+
+int main(int argc, char** argv) {
+    void* module = dlopen(PLUGINCS_MODULE, RTLD_NOW);
+    if (module == NULL || argc != 2) return 2;
+    PluginCS_ParseCS parse = (PluginCS_ParseCS)dlsym(module, "ParseCS");
+    PluginCS_CleanupCS cleanup = (PluginCS_CleanupCS)dlsym(module, "CleanupCS");
+
+    /* The module's traces go to stdout: keep the real one, and send the traces nowhere. */
+    FILE* out = fdopen(dup(STDOUT_FILENO), "w");
+    if (out == NULL || freopen("/dev/null", "w", stdout) == NULL) return 2;
+
+    const char* text = parse(argv[1]); /* null: the module gave this file up */
+    if (text != NULL) fputs(text, out);
+    cleanup(); /* releases the text */
+    dlclose(module);
+    return text == NULL || fclose(out) != 0;
+}
