@@ -100,8 +100,8 @@ struct Stages {
 
     void Build() {
         FreeChildren(&root);
-        contents.clear();
-        Scanner scanner(cleaned, true, root, contents);
+        text = cleaned;
+        Scanner scanner(text, true, root);
         ScanText(scanner);
         GenerateInlineFunctions(&root);
         ExpandClassnames(&root);
@@ -109,7 +109,7 @@ struct Stages {
 
     std::string raw;
     std::string cleaned;
-    std::string contents;
+    std::string text;
     ObjectBranch root;
     std::vector<ObjectBranch> records;
 };
@@ -146,7 +146,7 @@ void ClassifyStage(benchmark::State& state, const std::string& source) {
 void RenderStage(benchmark::State& state, const std::string& source) {
     const Stages stages(source);
     for (auto step : state) {
-        TextBuffer text;
+        TextBuffer text(EstimateSize(stages.root));
         JsonRecords records(text);
         for (const ObjectBranch& record : stages.records) records.Add(record);
         records.Finish();

@@ -1,8 +1,10 @@
 // The comment pass of the cleaner.
-#include <array>
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "cleaner/Cleaner.h"
+#include "text/ByteScan.h"
 
 namespace {
 
@@ -12,41 +14,8 @@ enum class Verdict : unsigned char { Copy, Drop };
 
 constexpr bool IsFiltered(char c) { return (c < 32 && c != '\n' && c != '\r') || c == 127; }
 
-// Where a byte is plain: no rule does anything but copy it (drop it, in a comment). Most bytes are,
-// and are taken a run at a time.
-enum Plain : unsigned char {
-    kNowhere = 0,
-    kInCode = 1,            // behind the first character of a statement
-    kAtStatementStart = 2,  // before it
-    kInLineComment = 4,
-    kInBlockComment = 8,
-    kInLiteral = 16,
-};
-
-constexpr std::array<unsigned char, 256> kPlain = [] {
-    std::array<unsigned char, 256> plain{};
-    for (int byte = 32; byte < 127; ++byte) {
-        plain[static_cast<std::size_t>(byte)] =
-            kInCode | kInLineComment | kInBlockComment | kInLiteral;
-    }
-    const auto forbid = [&plain](std::string_view characters, int places) {
-        for (const char c : characters) {
-            plain[static_cast<unsigned char>(c)] &= static_cast<unsigned char>(~places);
-        }
-    };
-    forbid("T;/'\"", kInCode);
-    forbid("T;[", kInLineComment);
-    forbid("T;[*/", kInBlockComment);
-    forbid(";[\\'\"", kInLiteral);
-    for (const char c : std::string_view(" \n}")) {
-        plain[static_cast<unsigned char>(c)] |= kAtStatementStart;
-    }
-    return plain;
-}();
-
-constexpr bool IsPlain(char c, Plain place) {
-    return (kPlain[static_cast<unsigned char>(c)] & place) != 0;
-}
+// Bytes that the filter may turn into blanks, and line feeds.
+Bytes16 AreNotPrintable(Bytes16 bytes) { return bytes.IsBelow(' ') | bytes.Is(127); }
 
 class CommentPass {
   public:
@@ -58,12 +27,12 @@ class CommentPass {
         char* end = text_.data();
         const std::size_t size = text_.size();
         for (std::size_t i = 0; i < size;) {
-            const Plain place = PlainPlace();
-            if (InComment()) {
-                while (i < size && IsPlain(text_[i], place)) ++i;
-            } else {
-                while (i < size && IsPlain(text_[i], place)) *end++ = text_[i++];
+            const std::size_t run = NextToExamine(i);
+            if (!InComment()) {
+                std::memmove(end, text_.data() + i, run - i);
+                end += run - i;
             }
+            i = run;
             if (i == size) break;
             const char c = text_[i];
             if (IsFiltered(c)) {
@@ -85,13 +54,35 @@ class CommentPass {
         return inside_ == Inside::LineComment || inside_ == Inside::BlockComment;
     }
 
-    Plain PlainPlace() const {
-        if (escape_ || semicolonSkip_ || attribute_) return kNowhere;
+    // The next byte from `start` on to which some rule does more than copy it (drop it, in a
+    // comment). Most bytes are plain, and are taken a run at a time.
+    std::size_t NextToExamine(std::size_t start) const {
+        if (escape_ || semicolonSkip_ || attribute_) return start;
         switch (inside_) {
-            case Inside::Code: return statementStart_ ? kAtStatementStart : kInCode;
-            case Inside::LineComment: return kInLineComment;
-            case Inside::BlockComment: return kInBlockComment;
-            default: return kInLiteral;
+            case Inside::Code:
+                if (statementStart_) {
+                    return FindWhere(text_, start, [](Bytes16 bytes) {
+                        return ~(bytes.Is(' ') | bytes.Is('\n') | bytes.Is('}'));
+                    });
+                }
+                return FindWhere(text_, start, [](Bytes16 bytes) {
+                    return AreNotPrintable(bytes) | bytes.Is('T') | bytes.Is(';') | bytes.Is('/') |
+                           bytes.Is('\'') | bytes.Is('"');
+                });
+            case Inside::LineComment:
+                return FindWhere(text_, start, [](Bytes16 bytes) {
+                    return AreNotPrintable(bytes) | bytes.Is('T') | bytes.Is(';') | bytes.Is('[');
+                });
+            case Inside::BlockComment:
+                return FindWhere(text_, start, [](Bytes16 bytes) {
+                    return AreNotPrintable(bytes) | bytes.Is('T') | bytes.Is(';') | bytes.Is('[') |
+                           bytes.Is('*') | bytes.Is('/');
+                });
+            default:
+                return FindWhere(text_, start, [](Bytes16 bytes) {
+                    return AreNotPrintable(bytes) | bytes.Is(';') | bytes.Is('[') | bytes.Is('\\') |
+                           bytes.Is('\'') | bytes.Is('"');
+                });
         }
     }
 

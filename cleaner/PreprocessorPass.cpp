@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "cleaner/Cleaner.h"
+#include "text/ByteScan.h"
 #include "text/CharClass.h"
 #include "text/StringHelpers.h"
 
@@ -59,13 +60,10 @@ class PreprocessorPass {
     std::size_t TakeRun(std::size_t start) {
         const bool blanks = lineStart_ && text_[start] == ' ';
         if (lineStart_ && !blanks) StartLineWith(text_[start]);
-        const std::size_t size = text_.size();
-        std::size_t end = start + 1;
-        if (blanks) {
-            while (end < size && text_[end] == ' ') ++end;
-        } else {
-            while (end < size && IsPrintable(text_[end])) ++end;
-        }
+        const auto notBlank = [](Bytes16 bytes) { return ~bytes.Is(' '); };
+        const auto notPrintable = [](Bytes16 bytes) { return bytes.IsBelow(' '); };
+        const std::size_t end =
+            blanks ? FindWhere(text_, start, notBlank) : FindWhere(text_, start, notPrintable);
         const std::string_view run = std::string_view(text_).substr(start, end - start);
         if (holding_) {
             Hold(run);

@@ -61,13 +61,9 @@ OutputFile::OutputFile(const std::string& path) : path_(path) {
     if (fs::exists(old)) fs::permissions(part_, old.permissions(), error);
 }
 
-OutputFile::~OutputFile() {
-    std::remove(part_.c_str());
-}
+OutputFile::~OutputFile() { std::remove(part_.c_str()); }
 
-void OutputFile::Put(std::string_view text) {
-    WritePart(part_, O_TRUNC, text, path_);
-}
+void OutputFile::Put(std::string_view text) { WritePart(part_, O_TRUNC, text, path_); }
 
 void OutputFile::ExpectRecords(const std::string& input) const {
     constexpr std::string_view kEnd = "\n]\n";

@@ -7,6 +7,16 @@ constexpr std::size_t kFixedSize = 512;
 
 }  // namespace
 
+std::size_t EstimateSize(const ObjectBranch& root) {
+    constexpr std::size_t kUsualFixedSize = 384;  // literal pieces, kind name and ids
+    std::size_t size = kFixedSize;
+    for (const ObjectBranch* node = &root; node != nullptr; node = NextInPreOrder(node, &root)) {
+        const std::size_t contents = node->contents.size();
+        size += kUsualFixedSize + node->filePath.size() + contents + contents / 8;
+    }
+    return size;
+}
+
 JsonRecords::JsonRecords(TextBuffer& text) : text_(text) {
     text_.MakeRoom(kFixedSize);
     text_.Put("[\n");

@@ -8,6 +8,9 @@
 #include "output/TextBuffer.h"
 #include "tree/ObjectBranch.h"
 
+/// About the size of the text for the nodes at and below `root`.
+std::size_t EstimateSize(const ObjectBranch& root);
+
 /// Writes one array: construct, `Add` each record in order, `Finish` once.
 class JsonRecords {
   public:

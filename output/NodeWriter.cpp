@@ -36,7 +36,7 @@ void Deliver(TextBuffer& text, std::string_view outputPath) {
 void StartGeneratingObjects(ObjectBranch* root, std::string_view outputPath) {
     // One id is spent here and belongs to no node; hosts read the counter after a parse.
     ++currentIndex;
-    TextBuffer text;
+    TextBuffer text(EstimateSize(*root));
     RenderTree(*root, text);
     Deliver(text, outputPath);
     FreeChildren(root);

@@ -5,20 +5,29 @@
 #include <new>
 #include <utility>
 
+#include "text/LargePages.h"
+
+TextBuffer::TextBuffer(std::size_t capacity) {
+    Resize(capacity);
+    AskForLargePages(begin_, capacity);
+}
+
 TextBuffer::~TextBuffer() { std::free(begin_); }
 
 char* TextBuffer::Release() {
-    const std::size_t size = View().size();
-    Resize(size + 1);
-    begin_[size] = '\0';
+    MakeRoom(1);
+    *end_ = '\0';
+    // A block that is nearly full goes out as it is: cutting it would make the allocator fetch the
+    // next one of its kind from the system again.
+    const std::size_t size = View().size() + 1;
+    if (static_cast<std::size_t>(limit_ - begin_) > size + size / 8) Resize(size);
     end_ = limit_ = nullptr;
     return std::exchange(begin_, nullptr);
 }
 
 void TextBuffer::Grow(std::size_t bytes) {
-    constexpr std::size_t kFirstCapacity = 16384;
-    const std::size_t doubled = 2 * static_cast<std::size_t>(limit_ - begin_);
-    Resize(std::max({kFirstCapacity, doubled, View().size() + bytes}));
+    const std::size_t half = static_cast<std::size_t>(limit_ - begin_) / 2;
+    Resize(View().size() + std::max(bytes, half));
 }
 
 void TextBuffer::Resize(std::size_t capacity) {
@@ -26,6 +35,6 @@ void TextBuffer::Resize(std::size_t capacity) {
     void* const block = std::realloc(begin_, capacity);
     if (block == nullptr) throw std::bad_alloc();
     begin_ = static_cast<char*>(block);
-    end_ = begin_ + size;
+    end_ = begin_ + std::min(size, capacity);
     limit_ = begin_ + capacity;
 }

@@ -11,7 +11,8 @@
 
 class TextBuffer {
   public:
-    TextBuffer() = default;
+    /// Makes room for so many bytes at once; a good guess spares growing. Throws std::bad_alloc.
+    explicit TextBuffer(std::size_t capacity);
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
     ~TextBuffer();

@@ -29,5 +29,5 @@ void ParseFileToFile(const std::string& inputPath, const std::string& outputPath
     const std::vector<std::string> definedSymbols;
     std::vector<std::string> defines;
     text = Cleaner().CleanText(std::move(text), definedSymbols, defines);
-    TreeBuilderCS(inputPath, text, true, &root, outputPath, defines);
+    TreeBuilderCS(inputPath, std::move(text), true, &root, outputPath, defines);
 }

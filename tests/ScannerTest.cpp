@@ -52,17 +52,17 @@ const Row kRows[] = {
 };
 
 struct Parsed {
-    explicit Parsed(const Row& row) {
+    explicit Parsed(const Row& row) : text(row.source) {
         currentIndex = objectCount = 0;
         AssignIdentity(root);
-        Scanner scanner(row.source, row.declarationMode, root, contents);
+        Scanner scanner(text, row.declarationMode, root);
         ScanText(scanner);
     }
     ~Parsed() { FreeChildren(&root); }
     Parsed(const Parsed&) = delete;
     Parsed& operator=(const Parsed&) = delete;
 
-    std::string contents;
+    std::string text;
     ObjectBranch root;
 };
 

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <utility>
 
+#include "text/ByteScan.h"
 #include "text/CharClass.h"
 
 namespace {
@@ -16,46 +17,52 @@ constexpr bool IsWordCharacter(char c) {
     return IsAsciiLetter(c) || IsAsciiDigit(c) || c == '_' || c == '#';
 }
 
-constexpr bool IsEscaped(char c) { return c == '"' || c == '\'' || c == '\\'; }
+Bytes16 AreEscaped(Bytes16 bytes) { return bytes.Is('"') | bytes.Is('\'') | bytes.Is('\\'); }
 
-// Most texts need none. Like `IsReduced`, written without a way out of the loop.
-bool NeedsEscape(std::string_view text) {
-    unsigned found = 0;
-    for (const char c : text) {
-        found |= static_cast<unsigned>(c == '"') | static_cast<unsigned>(c == '\'') |
-                 static_cast<unsigned>(c == '\\');
-    }
-    return found != 0;
-}
-
-// Whether reducing would change nothing: no reducible character but single blanks. Written
-// without a way out of the loop so that compilers test many bytes at once.
+// Whether reducing would change nothing: no reducible character but single blanks.
 bool IsReduced(std::string_view text) {
-    unsigned found = 0;
-    for (std::size_t i = 1; i < text.size(); ++i) {
-        const char c = text[i];
-        found |= static_cast<unsigned>(c == '\n') | static_cast<unsigned>(c == '\r') |
-                 static_cast<unsigned>(c == '\t') |
-                 (static_cast<unsigned>(c == ' ') & static_cast<unsigned>(text[i - 1] == ' '));
+    const auto changes = [text](std::size_t at) {
+        const Bytes16 here = Bytes16::Load(text.data() + at);
+        const Bytes16 next = Bytes16::Load(text.data() + at + 1);
+        return ((here.Is(' ') & next.Is(' ')) | next.Is('\n') | next.Is('\r') | next.Is('\t'))
+            .Mask();
+    };
+    constexpr std::size_t kWindow = Bytes16::kSize + 1;
+    if (text.empty()) return true;
+    if (text[0] != ' ' && IsReducible(text[0])) return false;
+    if (text.size() < kWindow) {
+        for (std::size_t i = 1; i < text.size(); ++i) {
+            if (IsReducible(text[i]) && (text[i] != ' ' || text[i - 1] == ' ')) return false;
+        }
+        return true;
     }
-    return found == 0 && (text.empty() || text[0] == ' ' || !IsReducible(text[0]));
+    for (std::size_t i = 0; i + kWindow < text.size(); i += Bytes16::kSize) {
+        if (changes(i) != 0) return false;
+    }
+    return changes(text.size() - kWindow) == 0;
 }
 
-void AppendReduced(std::string_view text, std::string& out) {
-    if (IsReduced(text)) {
-        out.append(text);
-        return;
-    }
+char* WriteReduced(std::string_view text, char* out) {
+    if (IsReduced(text)) return out + text.copy(out, text.size());
     bool inRun = false;
     for (const char c : text) {
         const bool reducible = IsReducible(c);
         if (!reducible) {
-            out.push_back(c);
+            *out++ = c;
         } else if (!inRun) {
-            out.push_back(' ');
+            *out++ = ' ';
         }
         inRun = reducible;
     }
+    return out;
+}
+
+// The text that a writer makes of another; it has room for so many bytes.
+template <typename Writer>
+std::string Written(std::string_view text, std::size_t room, Writer write) {
+    std::string out(room, '\0');
+    out.resize(static_cast<std::size_t>(write(text, out.data()) - out.data()));
+    return out;
 }
 
 }  // namespace
@@ -75,20 +82,16 @@ std::string_view rtrim(std::string_view text) {
 std::string_view trim(std::string_view text) { return rtrim(ltrim(text)); }
 
 std::string ConvertWhiteSpacesToSingleSpace(std::string_view text) {
-    std::string out;
-    AppendReduced(text, out);
-    return out;
+    return Written(text, text.size(), WriteReduced);
 }
 
 std::string TrimAndReduce(std::string_view text) {
-    std::string out;
-    AppendTrimmedAndReduced(text, out);
-    return out;
+    return Written(text, text.size(), WriteTrimmedAndReduced);
 }
 
-void AppendTrimmedAndReduced(std::string_view text, std::string& out) {
+char* WriteTrimmedAndReduced(std::string_view text, char* out) {
     // Trimming first is the same and leaves less to reduce: the trim set holds the reduce set.
-    AppendReduced(trim(text), out);
+    return WriteReduced(trim(text), out);
 }
 
 void replaceAll(std::string& text, std::string_view from, std::string_view to) {
@@ -129,19 +132,20 @@ std::string_view LastWordNoDots(std::string_view& text) {
 }
 
 std::string EscapeString(std::string& text) {
-    std::string escaped(2 * text.size(), '\0');
-    escaped.resize(static_cast<std::size_t>(WriteEscaped(text, escaped.data()) - escaped.data()));
-    text = std::move(escaped);
+    text = Written(text, 2 * text.size(), WriteEscaped);
     return text;
 }
 
 char* WriteEscaped(std::string_view text, char* out) {
-    if (!NeedsEscape(text)) return out + text.copy(out, text.size());
-    for (const char c : text) {
-        if (IsEscaped(c)) *out++ = '\\';
-        *out++ = c;
+    std::size_t copied = 0;
+    while (true) {
+        const std::size_t found = FindWhere(text, copied, AreEscaped);
+        out += text.copy(out, found - copied, copied);
+        if (found == text.size()) return out;
+        *out++ = '\\';
+        *out++ = text[found];
+        copied = found + 1;
     }
-    return out;
 }
 
 bool Contains(std::string_view text, std::string_view target) {

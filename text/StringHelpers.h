@@ -31,8 +31,9 @@ std::string ConvertWhiteSpacesToSingleSpace(std::string_view text);
 /// `trim` of `ConvertWhiteSpacesToSingleSpace`.
 std::string TrimAndReduce(std::string_view text);
 
-/// Appends `TrimAndReduce(text)` to `out`, which must not own the text's bytes.
-void AppendTrimmedAndReduced(std::string_view text, std::string& out);
+/// Writes `TrimAndReduce` of the text to `out`, which must have room for the text's size and must
+/// not overlap it; returns the end of what was written.
+char* WriteTrimmedAndReduced(std::string_view text, char* out);
 
 /// Replaces every occurrence of `from`, left to right without overlap; inserted text is never
 /// searched again. An empty `from` changes nothing.

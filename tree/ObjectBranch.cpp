@@ -1,9 +1,13 @@
 #include "tree/ObjectBranch.h"
 
+#include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <memory>
 #include <new>
 #include <type_traits>
+
+#include "text/LargePages.h"
 
 namespace {
 
@@ -11,40 +15,44 @@ static_assert(std::is_trivially_destructible_v<ObjectBranch>,
               "blocks go without a destructor call");
 
 // Where the nodes live: blocks of raw memory that go back all at once, with the last node. A node
-// costs a step forward, and a parse leaves nothing behind.
+// costs a step forward, and nothing of a tree is left when it is gone.
 class BranchPool {
   public:
     ObjectBranch* Take() {
-        if (free_ == 0) AddBlock();
-        --free_;
+        if (next_ == end_) AddBlock();
         ++live_;
         return new (next_++) ObjectBranch();
     }
 
     void GiveBack(std::size_t nodes) {
+        assert(nodes <= live_);
         live_ -= nodes;
         if (live_ > 0) return;
         blocks_.clear();
-        free_ = 0;
+        next_ = end_ = nullptr;
     }
 
   private:
-    static constexpr std::size_t kNodesPerBlock = 480;  // just below 64 KiB
-
     struct Storage {
         alignas(ObjectBranch) std::byte bytes[sizeof(ObjectBranch)];
     };
 
+    // Each block is twice as large as the one before, within bounds. Blocks are not initialised:
+    // pages that no node needs are never touched.
     void AddBlock() {
-        // Not value-initialised: pages that no node needs are never touched.
-        blocks_.push_back(std::unique_ptr<Storage[]>(new Storage[kNodesPerBlock]));
+        constexpr std::size_t kLeast = 128;
+        constexpr std::size_t kMost = 65536;
+        const std::size_t nodes =
+            std::min(kLeast << std::min<std::size_t>(blocks_.size(), 16), kMost);
+        blocks_.push_back(std::unique_ptr<Storage[]>(new Storage[nodes]));
         next_ = blocks_.back().get();
-        free_ = kNodesPerBlock;
+        end_ = next_ + nodes;
+        AskForLargePages(next_, nodes * sizeof(Storage));
     }
 
     std::vector<std::unique_ptr<Storage[]>> blocks_;
     Storage* next_ = nullptr;
-    std::size_t free_ = 0;
+    Storage* end_ = nullptr;
     std::size_t live_ = 0;
 };
 

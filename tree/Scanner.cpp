@@ -1,45 +1,38 @@
 #include "tree/Scanner.h"
 
-#include <array>
 #include <cstdio>
 
 #include "plugin/ModuleState.h"
+#include "text/ByteScan.h"
 #include "text/StringHelpers.h"
 #include "tree/Directives.h"
 #include "tree/NodeCreation.h"
 
 namespace {
 
-// What the scan does with a character: most only grow the chunk, parentheses are counted on the
-// way, and the others stop it. Brackets do so only where attributes are dropped.
-enum class Reach : unsigned char { Text, Opening, Closing, Bracket, Stop };
+// The characters that some step looks at; all others only grow the chunk. Brackets count only where
+// attributes are dropped, and stop the scan for nothing elsewhere.
+Bytes16 AreSteps(Bytes16 bytes) {
+    return bytes.Is('(') | bytes.Is(')') | bytes.Is('{') | bytes.Is('}') | bytes.Is(';') |
+           bytes.Is('\n') | bytes.Is('\'') | bytes.Is('"') | bytes.Is('#');
+}
+Bytes16 AreStepsOrBrackets(Bytes16 bytes) {
+    return AreSteps(bytes) | bytes.Is('[') | bytes.Is(']');
+}
 
-constexpr std::array<Reach, 256> kReach = [] {
-    std::array<Reach, 256> reach{};
-    const auto set = [&reach](std::string_view characters, Reach value) {
-        for (const char c : characters) reach[static_cast<unsigned char>(c)] = value;
-    };
-    set("(", Reach::Opening);
-    set(")", Reach::Closing);
-    set("[]", Reach::Bracket);
-    set("'\"#\n;{}", Reach::Stop);
-    return reach;
-}();
-
-constexpr Reach ReachOf(char c) { return kReach[static_cast<unsigned char>(c)]; }
-
-// The character at the position, and every following one up to the next that stops the scan, go to
-// the chunk; in an attribute section they are dropped.
+// The character at the position, and every following one up to the next that ends text, go to the
+// chunk, parentheses counted; in an attribute section they are dropped.
 void TakeText(Scanner& s) {
     const std::size_t start = s.position;
-    Reach reach = Reach::Text;
+    char c = s.text[start];
     do {
-        const Reach taken = ReachOf(s.text[s.position++]);
-        s.parenDepth +=
-            static_cast<int>(taken == Reach::Opening) - static_cast<int>(taken == Reach::Closing);
+        if (c == '(') ++s.parenDepth;
+        if (c == ')') --s.parenDepth;
+        s.position = s.declarationMode ? FindWhere(s.text, s.position + 1, AreSteps)
+                                       : FindWhere(s.text, s.position + 1, AreStepsOrBrackets);
         if (s.position == s.text.size()) break;
-        reach = ReachOf(s.text[s.position]);
-    } while (reach < Reach::Bracket || (reach == Reach::Bracket && s.declarationMode));
+        c = s.text[s.position];
+    } while (c == '(' || c == ')');
     if (!s.inAttribute) chunk.append(s.text.data() + start, s.position - start);
 }
 
@@ -175,16 +168,12 @@ ScanStep TakeStep(Scanner& s) {
 
 }  // namespace
 
-Scanner::Scanner(std::string_view sourceText, bool inDeclarationMode, ObjectBranch& fileRoot,
-                 std::string& contentsStore)
+Scanner::Scanner(std::string& sourceText, bool inDeclarationMode, ObjectBranch& fileRoot)
     : text(sourceText),
       declarationMode(inDeclarationMode),
       root(&fileRoot),
       current(NewBranch()),
-      chunkReader(chunk),
-      contents(contentsStore) {
-    // No byte of the text ends in the contents of two nodes, so the store never moves.
-    contents.reserve(text.size());
+      chunkReader(chunk) {
     chunk.clear();
     // Neither counted nor given a kind of its own.
     AppendChild(*root, *current);
@@ -214,9 +203,11 @@ ObjectBranch* AddNode(Scanner& scanner, ObjectBranch& parent, BranchType type,
     node->branchTypeAsString = kindName;
     node->lineNumber = lineNumber;
     node->filePath = scanner.current->filePath;
-    const std::size_t start = scanner.contents.size();
-    AppendTrimmedAndReduced(chunk, scanner.contents);
-    node->contents = std::string_view(scanner.contents).substr(start);
+    // No byte of the text ends in two chunks, so the contents stay behind the position.
+    char* const start = scanner.text.data() + scanner.contentsSize;
+    const char* const end = WriteTrimmedAndReduced(chunk, start);
+    node->contents = {start, static_cast<std::size_t>(end - start)};
+    scanner.contentsSize += node->contents.size();
     EmptyChunk(scanner);
     return node;
 }

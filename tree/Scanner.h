@@ -10,12 +10,11 @@
 #include "tree/ObjectBranch.h"
 
 struct Scanner {
-    /// Makes the "namespace global" node below the root and starts in it. The text, the root and
-    /// `contentsStore` must outlive the tree: the nodes' views point into them.
-    Scanner(std::string_view sourceText, bool inDeclarationMode, ObjectBranch& fileRoot,
-            std::string& contentsStore);
+    /// Makes the "namespace global" node below the root and starts in it. The text must outlive
+    /// the use of the nodes' contents: they take the place of what has been scanned.
+    Scanner(std::string& sourceText, bool inDeclarationMode, ObjectBranch& fileRoot);
 
-    std::string_view text;         // the cleaned text
+    std::string& text;             // the cleaned text, from the position on
     bool declarationMode;          // declaration blocks and structs on, attribute dropping off
     ObjectBranch* root;            // the file's root
     ObjectBranch* current;         // receives new children; '{' moves it down, '}' up
@@ -26,7 +25,7 @@ struct Scanner {
     bool inAttribute = false;      // in a bracketed attribute section that is being dropped
     bool inStruct = false;         // in a struct body; its blocks become defines
     ChunkReader chunkReader;       // what is asked of `chunk`
-    std::string& contents;         // what the nodes' contents point into
+    std::size_t contentsSize = 0;  // how much of the text's start the nodes' contents take up
 };
 
 /// What the scan does after a step, and how it ended.

@@ -7,7 +7,7 @@
 #include "tree/InlineFunctions.h"
 #include "tree/Scanner.h"
 
-void TreeBuilderCS(std::string_view sourcePath, std::string_view sourceText, bool declarationMode,
+void TreeBuilderCS(std::string_view sourcePath, std::string sourceText, bool declarationMode,
                    ObjectBranch* root, std::string_view outputPath,
                    const std::vector<std::string>& defines) {
     root->branchType = BranchType::FileRoot;
@@ -15,8 +15,7 @@ void TreeBuilderCS(std::string_view sourcePath, std::string_view sourceText, boo
     root->contents = FileNameWithExtension(sourcePath);
     root->filePath = sourcePath;
 
-    std::string contents;
-    Scanner scanner(sourceText, declarationMode, *root, contents);
+    Scanner scanner(sourceText, declarationMode, *root);
     if (ScanText(scanner) == ScanStep::Abandon) return;
 
     GenerateInlineFunctions(root);

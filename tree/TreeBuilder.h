@@ -11,6 +11,6 @@
 /// `StartGeneratingObjects` tells. `root` comes with its identity, stays the caller's, and has no
 /// children afterwards, unless the build was abandoned: then nothing was delivered, and what hangs
 /// below the root is the caller's to free.
-void TreeBuilderCS(std::string_view sourcePath, std::string_view sourceText, bool declarationMode,
+void TreeBuilderCS(std::string_view sourcePath, std::string sourceText, bool declarationMode,
                    ObjectBranch* root, std::string_view outputPath,
                    const std::vector<std::string>& defines);
