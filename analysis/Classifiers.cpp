@@ -39,7 +39,7 @@ bool DetectFunctionDeclaration(std::string_view text) {
     if (!Contains(text, "(")) return false;
     PartWalker walker(text);
     bool parenthesis = false;
-    int index = 0;
+    std::size_t index = 0;
     for (auto part = walker.Next(); !part.empty(); part = walker.Next(), ++index) {
         if (part == ".") return false;
         if (parenthesis) continue;

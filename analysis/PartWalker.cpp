@@ -24,52 +24,56 @@ constexpr std::array<Kind, 256> kKinds = [] {
 
 constexpr Kind KindOf(char c) { return kKinds[static_cast<unsigned char>(c)]; }
 
+// The readers below work on a cursor of their own and give back where the part ends.
+
+std::size_t SkipSpace(std::string_view text, std::size_t at) {
+    while (at < text.size() && KindOf(text[at]) == Kind::Space) ++at;
+    return at;
+}
+
+std::size_t SkipLiteral(std::string_view text, std::size_t at, char quote) {
+    while (at < text.size()) {
+        const char c = text[at++];
+        if (c == quote) break;
+        if (c == '\\' && at < text.size()) ++at;
+    }
+    return at;
+}
+
+std::size_t SkipOperator(std::string_view text, std::size_t at) {
+    for (; at < text.size(); ++at) {
+        const Kind kind = KindOf(text[at]);
+        const bool joins = kind == Kind::Comparison ||
+                           (kind == Kind::Arithmetic && KindOf(text[at - 1]) == Kind::Arithmetic);
+        if (!joins) break;
+    }
+    return at;
+}
+
+std::size_t SkipWord(std::string_view text, std::size_t at) {
+    while (true) {
+        while (at < text.size() && KindOf(text[at]) == Kind::Word) ++at;
+        if (at == text.size() || text[at] != '.' || !IsAsciiDigit(text[at - 1])) return at;
+        ++at;
+    }
+}
+
 }  // namespace
 
 std::string_view PartWalker::Next() {
-    SkipSpace();
-    if (position_ == text_.size()) return {};
-    const std::size_t start = position_;
-    const char first = text_[position_++];
+    const std::size_t start = SkipSpace(text_, position_);
+    position_ = start;
+    if (start == text_.size()) return {};
+    const char first = text_[start];
+    position_ = start + 1;
     switch (KindOf(first)) {
-        case Kind::Quote: SkipLiteral(first); break;
+        case Kind::Quote: position_ = SkipLiteral(text_, position_, first); break;
         case Kind::Comparison:
-        case Kind::Arithmetic: SkipOperator(); break;
-        case Kind::Word: SkipWord(); break;
+        case Kind::Arithmetic: position_ = SkipOperator(text_, position_); break;
+        case Kind::Word: position_ = SkipWord(text_, position_); break;
         default: break;
     }
     return text_.substr(start, position_ - start);
-}
-
-void PartWalker::SkipSpace() {
-    while (position_ < text_.size() && KindOf(text_[position_]) == Kind::Space) ++position_;
-}
-
-void PartWalker::SkipLiteral(char quote) {
-    while (position_ < text_.size()) {
-        const char c = text_[position_++];
-        if (c == quote) return;
-        if (c == '\\' && position_ < text_.size()) ++position_;
-    }
-}
-
-void PartWalker::SkipOperator() {
-    for (; position_ < text_.size(); ++position_) {
-        const Kind kind = KindOf(text_[position_]);
-        const bool joins =
-            kind == Kind::Comparison ||
-            (kind == Kind::Arithmetic && KindOf(text_[position_ - 1]) == Kind::Arithmetic);
-        if (!joins) return;
-    }
-}
-
-void PartWalker::SkipWord() {
-    for (; position_ < text_.size(); ++position_) {
-        const Kind kind = KindOf(text_[position_]);
-        const bool joins =
-            kind == Kind::Word || (kind == Kind::Dot && IsAsciiDigit(text_[position_ - 1]));
-        if (!joins) return;
-    }
 }
 
 void PartsList(std::string_view text, std::vector<std::string>& parts) {

@@ -26,11 +26,6 @@ class PartWalker {
     std::string_view Next();
 
   private:
-    void SkipSpace();
-    void SkipLiteral(char quote);
-    void SkipOperator();
-    void SkipWord();
-
     std::string_view text_;
     std::size_t position_ = 0;
 };

@@ -26,14 +26,14 @@ class Cleaner {
     /// The preprocessor pass: empties every directive line and every line of an inactive section,
     /// and unindents most others. One line feed out for each line feed in. A condition is true when
     /// its operand, the rest of its line, is an entry of `definedSymbols`. Appends each operand to
-    /// `defines` unless it stands there already. Directive lines of more than 50 bytes write a
-    /// trace line to standard output for each further byte.
+    /// `defines`, which is another list, unless it stands there already. Directive lines of more
+    /// than 50 bytes write a trace line to standard output for each further byte.
     std::string PreProcessorSimulation(std::string text,
                                        const std::vector<std::string>& definedSymbols,
                                        std::vector<std::string>& defines) const;
 
     /// Splits a directive line into its keyword with the '#' and its operand. Appends none of them
-    /// where a letter comes before any '#': no directive.
+    /// where a letter comes before any '#': no directive. `parts` comes empty.
     void CleanerPartsList(std::string_view line, std::vector<std::string>& parts) const;
 
     /// Whether the branch that the directive line opens is active. `previousState` is the state of

@@ -12,7 +12,10 @@ enum class Inside : unsigned char { Code, LineComment, BlockComment, SingleQuote
 
 enum class Verdict : unsigned char { Copy, Drop };
 
-constexpr bool IsFiltered(char c) { return (c < 32 && c != '\n' && c != '\r') || c == 127; }
+constexpr bool IsFiltered(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return (byte < 32 && c != '\n' && c != '\r') || byte >= 127;
+}
 
 // Bytes that the filter may turn into blanks, and line feeds.
 Bytes16 AreNotPrintable(Bytes16 bytes) { return bytes.IsBelow(' ') | bytes.Is(127); }
@@ -21,8 +24,10 @@ class CommentPass {
   public:
     explicit CommentPass(std::string text) : text_(std::move(text)) {}
 
-    // The result takes the text's place: it never gets ahead of the byte that is looked at, and the
-    // bytes just before that one are as they were or blanks in place of what no rule looks for.
+    // The result takes the text's place. The rules look up to two bytes back, and find what stood
+    // there: nothing drops just one byte and goes on copying, so the result is either still level
+    // with the byte that is looked at (blanks in place of filtered bytes are all that differs) or
+    // two and more bytes behind it.
     std::string Run() {
         char* end = text_.data();
         const std::size_t size = text_.size();

@@ -13,7 +13,10 @@
 
 namespace {
 
-constexpr bool IsPrintable(char c) { return c >= ' '; }  // 32 to 127: the rest is negative
+constexpr bool IsPrintable(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= 32 && byte <= 127;
+}
 
 bool HasEntry(const std::vector<std::string>& list, std::string_view entry) {
     return std::find(list.begin(), list.end(), entry) != list.end();

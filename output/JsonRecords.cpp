@@ -80,12 +80,14 @@ void JsonRecords::PutChildIds(const ChildList& children) {
         text_.Put("],\n");
         return;
     }
-    std::string_view separator = "   \n   ";
-    for (const ObjectBranch* child : children) {
+    text_.MakeRoom(kFixedSize);
+    text_.Put("   \n   ");
+    text_.PutNumber(children.first->nodeID);
+    for (const ObjectBranch* child = children.first->nextSibling; child != nullptr;
+         child = child->nextSibling) {
         text_.MakeRoom(kFixedSize);
-        text_.Put(separator);
+        text_.Put(",\n      ");
         text_.PutNumber(child->nodeID);
-        separator = ",\n      ";
     }
     text_.Put("\n  ],\n");
 }

@@ -2,8 +2,11 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <memory>
+
+#include "text/LargePages.h"
 
 namespace {
 
@@ -19,6 +22,17 @@ std::size_t SizeHint(std::FILE* file) {
     return regular ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
+// Up to `room` bytes, none at the end of the file or where it cannot be read. A signal that the
+// host handles may interrupt a read, which is no end.
+std::size_t ReadSome(std::FILE* file, char* to, std::size_t room) {
+    while (true) {
+        errno = 0;
+        const std::size_t got = std::fread(to, 1, room, file);
+        if (got > 0 || std::ferror(file) == 0 || errno != EINTR) return got;
+        std::clearerr(file);
+    }
+}
+
 }  // namespace
 
 std::string ReadWholeFile(const std::string& path) {
@@ -28,9 +42,11 @@ std::string ReadWholeFile(const std::string& path) {
     if (file == nullptr) return bytes;
     // Our own buffer is the file's size; a second one in between would only copy.
     std::setvbuf(file.get(), nullptr, _IONBF, 0);
-    bytes.resize(SizeHint(file.get()) + kLeastRoom);
+    bytes.reserve(SizeHint(file.get()) + kLeastRoom);
+    AskForLargePages(bytes.data(), bytes.capacity());
+    bytes.resize(bytes.capacity());
     std::size_t size = 0;
-    while (const std::size_t got = std::fread(&bytes[size], 1, bytes.size() - size, file.get())) {
+    while (const std::size_t got = ReadSome(file.get(), &bytes[size], bytes.size() - size)) {
         size += got;
         if (size == bytes.size()) bytes.resize(2 * size);
     }

@@ -5,6 +5,6 @@
 
 /// Reads `inputPath`, builds its tree and delivers the JSON text to the file `outputPath`, or with
 /// an empty path to `returnResult`. A path that cannot be read is an empty text. Sets `objectCount`
-/// and `currentIndex` back to 0 first. Throws nothing but std::bad_alloc; whatever happens, no node
+/// and `currentIndex` back to 0 first. Throws only when memory runs out; whatever happens, no node
 /// outlives the call.
 void ParseFileToFile(const std::string& inputPath, const std::string& outputPath);

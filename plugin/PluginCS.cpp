@@ -13,9 +13,9 @@ namespace {
 
 std::string FromHost(const char* path) { return path == nullptr ? std::string() : path; }
 
-// Nothing but running out of memory is thrown below, and a C host could not catch it: the parse is
-// abandoned, and the result stays what it was.
-void Parse(const char* inputPath, const char* outputPath) noexcept {
+// What is thrown below is that memory ran out, and a C host could not catch it: the parse is given
+// up, and the result stays what it was.
+void Parse(const char* inputPath, const char* outputPath) {
     try {
         ParseFileToFile(FromHost(inputPath), FromHost(outputPath));
     } catch (const std::exception&) {

@@ -10,13 +10,15 @@
  *                    no CleanupCS while another thread still reads the text.
  *   Errors           No function reports a status, throws, or ends the process. A path that names
  *                    no readable file (missing, no permission, a directory, empty, null) gives the
- *                    records of an empty file. When memory runs out, the parse gives no text.
- *   Standard output  Each parse writes its traces there, through C stdio (the cleaned text after
- *                    "the final data is ", and messages on structural errors). They are flushed
- *                    with the host's own output, or when the host asks for it.
- *   Text             A JSON array with one object a statement or block, NUL-terminated, ASCII but
- *                    for the path. It writes an apostrophe as \' and copies line feeds and other
- *                    control bytes raw: a strict JSON parser needs both repaired first.
+ *                    records of an empty file. When memory runs out, the parse is given up.
+ *   Standard output  Each parse writes its traces there, through C stdio: the text without its
+ *                    comments behind "the final data is "; for each byte of a directive line
+ *                    beyond the fiftieth the line so far in "[[" and "]]"; and messages on
+ *                    structural errors. They are flushed with the host's own output, or when
+ *                    the host asks for it.
+ *   Text             A JSON array with one object a statement or block, NUL-terminated, ASCII
+ *                    but for the path. It writes an apostrophe as \' and copies line feeds and
+ *                    other control bytes raw: a strict JSON parser needs both repaired first.
  *   Unloading        dlclose removes the module; texts still held stay valid, and are the host's
  *                    to free.
  *
@@ -47,19 +49,20 @@ char* Info(void);
  * gives a second text; the first one stays valid, CleanupCS no longer knows of it, and the host
  * releases it with free.
  *
- * A file whose closing directives outrun its blocks makes the module give up without a text: the
- * previous text is returned then, null after a CleanupCS. So call CleanupCS between two files.
+ * A parse that is given up (closing directives that outrun the blocks, memory that runs out) gives
+ * no text: the previous one is returned then, null after a CleanupCS. So call CleanupCS between two
+ * files.
  */
 char* ParseCS(const char* path);
 
-/* Releases the text that ParseCS returned last, if there is one. May be called at any time. */
+/* Releases the text that the module holds, if there is one. May be called at any time. */
 void CleanupCS(void);
 
 /*
  * Parses the file and writes the JSON text to outputPath, replacing what it held; a text held from
- * ParseCS is left alone. A file that cannot be opened for writing is left as it is. With an empty
- * or null outputPath the text is kept for CleanupCS, as by ParseCS. Paths are shorter than 4,096
- * bytes.
+ * ParseCS is left alone. A file that cannot be opened for writing is left as it is, and so is every
+ * file when the parse is given up. With an empty or null outputPath the text is kept for CleanupCS,
+ * as by ParseCS. Paths are shorter than 4,096 bytes.
  */
 void parseAllFiles(const char* inputPath, const char* outputPath);
 

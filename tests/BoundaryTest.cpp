@@ -19,6 +19,8 @@ __attribute__((visibility("default"))) std::string chunk = "the host's";
 
 namespace {
 
+using std::string_literals::operator""s;
+
 struct Module {
     Module() : handle(dlopen(MODULE_PATH, RTLD_NOW | RTLD_LOCAL)) {
         EXPECT_NE(handle, nullptr) << dlerror();
@@ -99,9 +101,13 @@ TEST(Boundary, TwoTextsLiveUntilTheirOwnersLetGo) {
     EXPECT_NE(first, second);
     EXPECT_STREQ(first, second);
     module.parseToFile(path.c_str(), (path + ".json").c_str());
+    EXPECT_EQ(copy, second) << "a parse to a file touched the text that is held";
+    module.parseToFile(path.c_str(), nullptr);
+    EXPECT_EQ(copy, second) << "a third text in memory touched the second";
     module.cleanup();
     module.cleanup();
     EXPECT_EQ(copy, first) << "CleanupCS released a text that it no longer knew";
+    std::free(second);
     std::free(first);
 }
 
@@ -112,8 +118,6 @@ TEST(Boundary, FilesAreReplacedWhole) {
     module.parseToFile(path.c_str(), out.c_str());
     EXPECT_EQ(ReadText(out), module.Text(path.c_str()));
     module.parseToFile(path.c_str(), "/no/such/folder/out.json");
-    module.parseToFile(path.c_str(), nullptr);
-    module.cleanup();
 }
 
 TEST(Boundary, UnreadablePathsAreEmptyFiles) {
@@ -139,7 +143,8 @@ TEST(Boundary, UnreadablePathsAreEmptyFiles) {
 TEST(Boundary, SurvivesDepthAndSize) {
     const Module module;
     testing::internal::CaptureStdout();
-    for (const char* unit : {"{", "a;", "}", "(\n", "\"", "\xFF\n\0x", "{}"}) {
+    const std::string noise("\xFF\n\0x", 4);
+    for (const std::string& unit : {"{"s, "a;"s, "}"s, "(\n"s, "\""s, "{}"s, noise}) {
         std::string text;
         while (text.size() < 1000000) text += unit;
         EXPECT_EQ(module.Text(WriteTemporary("big.cs", text).c_str()).substr(0, 2), "[\n") << unit;

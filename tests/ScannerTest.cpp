@@ -93,22 +93,18 @@ TEST(Scanner, CountsEveryNodeButTheGlobalOne) {
 TEST(Tree, FlattensAndFreesInOrder) {
     ObjectBranch root;
     root.contents = "R";
-    for (const char* name : {"A", "D"}) {
-        ObjectBranch* const child = NewBranch();
-        child->contents = name;
-        AppendChild(root, *child);
-    }
-    for (const char* name : {"B", "C"}) {
-        ObjectBranch* const child = NewBranch();
-        child->contents = name;
-        AppendChild(*root.children.first, *child);
-    }
+    for (const char* name : {"A", "D"}) AddChild(root)->contents = name;
+    for (const char* name : {"B", "C"}) AddChild(*root.children.first)->contents = name;
     std::vector<ObjectBranch> list;
     AddObjectToVector(&root, &list);
     std::string order;
     for (const ObjectBranch& record : list) order += record.contents;
     EXPECT_EQ(order, "RABCD");
     EXPECT_EQ(*list[1].children.begin(), root.children.first->children.first);
+    // What is freed below one child leaves the others, and room for new ones.
+    FreeChildren(root.children.first);
+    AddChild(root)->contents = "E";
+    EXPECT_EQ(Dump(root.children.first), "@0[A] @0[D] @0[E]");
     FreeChildren(&root);
     FreeChildren(&root);
     EXPECT_TRUE(root.children.empty());

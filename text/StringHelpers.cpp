@@ -42,27 +42,21 @@ bool IsReduced(std::string_view text) {
     return changes(text.size() - kWindow) == 0;
 }
 
-char* WriteReduced(std::string_view text, char* out) {
-    if (IsReduced(text)) return out + text.copy(out, text.size());
+// Reduces the text's own bytes; returns the size that is left.
+std::size_t ReduceInPlace(char* text, std::size_t size) {
+    if (IsReduced({text, size})) return size;
+    std::size_t end = 0;
     bool inRun = false;
-    for (const char c : text) {
-        const bool reducible = IsReducible(c);
+    for (std::size_t i = 0; i < size; ++i) {
+        const bool reducible = IsReducible(text[i]);
         if (!reducible) {
-            *out++ = c;
+            text[end++] = text[i];
         } else if (!inRun) {
-            *out++ = ' ';
+            text[end++] = ' ';
         }
         inRun = reducible;
     }
-    return out;
-}
-
-// The text that a writer makes of another; it has room for so many bytes.
-template <typename Writer>
-std::string Written(std::string_view text, std::size_t room, Writer write) {
-    std::string out(room, '\0');
-    out.resize(static_cast<std::size_t>(write(text, out.data()) - out.data()));
-    return out;
+    return end;
 }
 
 }  // namespace
@@ -81,21 +75,27 @@ std::string_view rtrim(std::string_view text) {
 
 std::string_view trim(std::string_view text) { return rtrim(ltrim(text)); }
 
-std::string ConvertWhiteSpacesToSingleSpace(std::string_view text) {
-    return Written(text, text.size(), WriteReduced);
+std::string ConvertWhiteSpacesToSingleSpace(std::string text) {
+    text.resize(ReduceInPlace(text.data(), text.size()));
+    return text;
 }
 
 std::string TrimAndReduce(std::string_view text) {
-    return Written(text, text.size(), WriteTrimmedAndReduced);
+    std::string copy(text);
+    return std::string(TrimAndReduceInPlace(copy.data(), copy.size()));
 }
 
-char* WriteTrimmedAndReduced(std::string_view text, char* out) {
+std::string_view TrimAndReduceInPlace(char* text, std::size_t size) {
     // Trimming first is the same and leaves less to reduce: the trim set holds the reduce set.
-    return WriteReduced(trim(text), out);
+    const std::string_view trimmed = trim({text, size});
+    char* const start = text + (trimmed.data() - text);
+    return {start, ReduceInPlace(start, trimmed.size())};
 }
 
 void replaceAll(std::string& text, std::string_view from, std::string_view to) {
     if (from.empty()) return;
+    std::size_t found = text.find(from);
+    if (found == std::string::npos) return;
     if (from.size() == 1 && to.size() == 1) {
         // Stores to every byte, changed or not: without a branch compilers take many at once.
         const char before = from[0];
@@ -103,8 +103,6 @@ void replaceAll(std::string& text, std::string_view from, std::string_view to) {
         for (char& c : text) c = c == before ? after : c;
         return;
     }
-    std::size_t found = text.find(from);
-    if (found == std::string::npos) return;
     std::string replaced;
     std::size_t copied = 0;
     for (; found != std::string::npos; found = text.find(from, copied)) {
@@ -132,7 +130,9 @@ std::string_view LastWordNoDots(std::string_view& text) {
 }
 
 std::string EscapeString(std::string& text) {
-    text = Written(text, 2 * text.size(), WriteEscaped);
+    std::string escaped(2 * text.size(), '\0');
+    escaped.resize(static_cast<std::size_t>(WriteEscaped(text, escaped.data()) - escaped.data()));
+    text = std::move(escaped);
     return text;
 }
 

@@ -26,14 +26,13 @@ std::string_view rtrim(std::string_view text);
 std::string_view trim(std::string_view text);
 
 /// Every run of the reduce set's characters becomes one blank, at both ends too.
-std::string ConvertWhiteSpacesToSingleSpace(std::string_view text);
+std::string ConvertWhiteSpacesToSingleSpace(std::string text);
 
 /// `trim` of `ConvertWhiteSpacesToSingleSpace`.
 std::string TrimAndReduce(std::string_view text);
 
-/// Writes `TrimAndReduce` of the text to `out`, which must have room for the text's size and must
-/// not overlap it; returns the end of what was written.
-char* WriteTrimmedAndReduced(std::string_view text, char* out);
+/// The same in the text's own bytes: the result is the piece of them that it returns.
+std::string_view TrimAndReduceInPlace(char* text, std::size_t size);
 
 /// Replaces every occurrence of `from`, left to right without overlap; inserted text is never
 /// searched again. An empty `from` changes nothing.

@@ -4,8 +4,6 @@
 #include <array>
 #include <cstdio>
 
-#include "plugin/ModuleState.h"
-
 namespace {
 
 struct Directive {
@@ -34,15 +32,16 @@ constexpr std::array<Directive, 12> kDirectives{{
 }  // namespace
 
 bool StartDirective(Scanner& scanner) {
-    if (!scanner.chunkReader.IsBlank()) return false;
-    EmptyChunk(scanner);
-    chunk = "#";
+    if (!scanner.collected.IsBlank()) return false;
+    scanner.collected.Restart(scanner.position);
+    scanner.collected.Keep(scanner.position, scanner.position + 1);
+    ++scanner.position;
     scanner.inDirective = true;
     return true;
 }
 
 DirectiveEnd EndDirective(Scanner& scanner) {
-    const std::string_view text = scanner.chunkReader.LeftTrimmed();
+    const std::string_view text = scanner.collected.LeftTrimmed();
     const auto* const directive =
         std::find_if(kDirectives.begin(), kDirectives.end(), [text](const Directive& candidate) {
             return text.substr(0, candidate.keyword.size()) == candidate.keyword;
@@ -62,6 +61,7 @@ DirectiveEnd EndDirective(Scanner& scanner) {
         if (directive->entered) scanner.current = node;
     }
     scanner.inDirective = false;
-    EmptyChunk(scanner);
+    ++scanner.position;
+    scanner.collected.Restart(scanner.position);
     return DirectiveEnd::Recorded;
 }

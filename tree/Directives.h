@@ -11,9 +11,9 @@ enum class DirectiveEnd {
     Abandoned,     // it closes what is not open: the whole build is given up
 };
 
-/// Starts a directive at a '#' with no text before it; false where there is some.
+/// Takes a '#' with no text before it as the start of a directive; false where there is some.
 bool StartDirective(Scanner& scanner);
 
-/// Ends the directive that was collected, if its text begins with a keyword. An unrecognised one
-/// goes on until a later line's end finds collected text that does.
+/// Ends the directive that was collected, and takes the newline, if its text begins with a keyword.
+/// An unrecognised one goes on until a later line's end finds collected text that does.
 DirectiveEnd EndDirective(Scanner& scanner);

@@ -8,8 +8,7 @@ void AssignIdentity(ObjectBranch& node) {
 }
 
 ObjectBranch* MakeNode(ObjectBranch& parent) {
-    ObjectBranch* const node = NewBranch();
-    AppendChild(parent, *node);
+    ObjectBranch* const node = AddChild(parent);
     AssignIdentity(*node);
     ++objectCount;
     return node;

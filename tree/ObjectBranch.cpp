@@ -21,7 +21,7 @@ class BranchPool {
     ObjectBranch* Take() {
         if (next_ == end_) AddBlock();
         ++live_;
-        return new (next_++) ObjectBranch();
+        return new (next_++) ObjectBranch;
     }
 
     void GiveBack(std::size_t nodes) {
@@ -78,12 +78,12 @@ std::string_view branchTypeAsString(const ObjectBranch& node) {
     }
 }
 
-ObjectBranch* NewBranch() { return pool.Take(); }
-
-void AppendChild(ObjectBranch& parent, ObjectBranch& child) {
-    child.parent = &parent;
-    (parent.children.empty() ? parent.children.first : parent.children.last->nextSibling) = &child;
-    parent.children.last = &child;
+ObjectBranch* AddChild(ObjectBranch& parent) {
+    ObjectBranch* const child = pool.Take();
+    child->parent = &parent;
+    (parent.children.empty() ? parent.children.first : parent.children.last->nextSibling) = child;
+    parent.children.last = child;
+    return child;
 }
 
 void FreeChildren(ObjectBranch* node) {

@@ -1,8 +1,8 @@
 // The one node type of the source tree, its kinds, and the operations on whole trees.
 //
 // Lifetime: a node's texts are views. They point at literals or at bytes that whoever builds the
-// tree keeps alive until the tree has been written. The nodes below a root come from `NewBranch`
-// and go with `FreeChildren`; the root itself belongs to whoever made it. One thread at a time.
+// tree keeps alive until the tree has been written. The nodes below a root come from `AddChild` and
+// go with `FreeChildren`; the root itself belongs to whoever made it. One thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -98,22 +98,22 @@ inline ChildList::Iterator& ChildList::Iterator::operator++() {
 /// one.
 std::string_view branchTypeAsString(const ObjectBranch& node);
 
-/// A new value-initialised node, owned by the caller until it hangs below a parent.
-ObjectBranch* NewBranch();
+// The operations below take nodes of a tree, not copies of them: the links lead back to the
+// originals.
 
-/// Appends `child` at the end of `parent.children` and sets its `parent`, which owns it from then
-/// on.
-void AppendChild(ObjectBranch& parent, ObjectBranch& child);
+/// A new value-initialised node at the end of `parent.children`, which owns it. Throws
+/// std::bad_alloc.
+ObjectBranch* AddChild(ObjectBranch& parent);
 
-/// Releases every descendant of `node`, a child's subtree before the child, children in list
-/// order, and leaves `node` itself with an empty list.
+/// Releases every descendant of `node`, all of them made by `AddChild`, and leaves `node` itself
+/// with an empty list. The memory goes back when no node of any tree is left.
 void FreeChildren(ObjectBranch* node);
 
 /// Appends a copy of `node` and of every node below it to `list`, in pre-order.
 void AddObjectToVector(const ObjectBranch* node, std::vector<ObjectBranch>* list);
 
-// The steps of a walk over the tree below `top`, which is a node of the tree and not a copy of one.
-// They need no stack and no recursion: a file of a million nested blocks is walked like any other.
+// The steps of a walk over the tree below `top`. They need no stack and no recursion: a file of a
+// million nested blocks is walked like any other.
 
 /// The node after `node` in pre-order, or null after the last one below `top`.
 ObjectBranch* NextInPreOrder(const ObjectBranch* node, const ObjectBranch* top);

@@ -33,7 +33,7 @@ void TakeText(Scanner& s) {
         if (s.position == s.text.size()) break;
         c = s.text[s.position];
     } while (c == '(' || c == ')');
-    if (!s.inAttribute) chunk.append(s.text.data() + start, s.position - start);
+    if (!s.inAttribute) s.collected.Keep(start, s.position);
 }
 
 // A literal runs to the next quote of its own kind that no backslash escapes, or to the end of the
@@ -47,7 +47,7 @@ void TakeLiteral(Scanner& s) {
         if (c == quote) break;
         if (c == '\\' && s.position < s.text.size()) ++s.position;
     }
-    chunk.append(s.text.data() + start, s.position - start);
+    s.collected.Keep(start, s.position);
 }
 
 ScanStep StopWithError(Scanner& s, const char* message) {
@@ -59,23 +59,19 @@ ScanStep StopWithError(Scanner& s, const char* message) {
 ScanStep EndLine(Scanner& s) {
     ++s.lineCounter;
     // A backslash continues the line: the newline is swallowed.
-    if (s.chunkReader.LastWordEndsInBackslash()) {
+    if (s.collected.LastWordEndsInBackslash()) {
         ++s.position;
         return ScanStep::Continue;
     }
     const DirectiveEnd end = s.inDirective ? EndDirective(s) : DirectiveEnd::Unrecognised;
     if (end == DirectiveEnd::Abandoned) return ScanStep::Abandon;
-    if (end == DirectiveEnd::Recorded) {
-        ++s.position;
-    } else {
-        TakeText(s);
-    }
+    if (end == DirectiveEnd::Unrecognised) TakeText(s);
     return ScanStep::Continue;
 }
 
 ScanStep EndStatement(Scanner& s) {
     ++s.position;
-    if (chunk.empty()) {
+    if (s.collected.IsEmpty()) {
         // The ';' of "};" closes a struct declaration.
         s.inStruct = false;
         return ScanStep::Continue;
@@ -91,18 +87,19 @@ ScanStep EndStatement(Scanner& s) {
 }
 
 bool StartsAttribute(Scanner& s) {
-    return !s.declarationMode && !s.inAttribute && s.parenDepth == 0 && s.chunkReader.IsBlank();
+    return !s.declarationMode && !s.inAttribute && s.parenDepth == 0 && s.collected.IsBlank();
 }
 
 // Whether the block that opens is a declaration ("namespace N", "class A", "else"): a header
 // without parentheses. A struct is none, and marks what stands in its body.
 bool OpensDeclaration(Scanner& s) {
     if (s.inDirective || !s.declarationMode) return false;
-    if (ContainsWord(chunk, "struct")) {
-        if (!Contains(chunk, "\"") && !Contains(chunk, "(")) s.inStruct = true;
+    const std::string_view header = s.collected.View();
+    if (ContainsWord(header, "struct")) {
+        if (!Contains(header, "\"") && !Contains(header, "(")) s.inStruct = true;
         return false;
     }
-    return !Contains(chunk, "(");
+    return !Contains(header, "(");
 }
 
 void OpenBlock(Scanner& s) {
@@ -123,7 +120,7 @@ ScanStep CloseBlock(Scanner& s) {
         return StopWithError(s, "Null parent branch? This is not right.");
     // A last statement without its ';' is given up.
     s.current = s.current->parent;
-    EmptyChunk(s);
+    s.collected.Restart(s.position);
     return ScanStep::Continue;
 }
 
@@ -132,11 +129,7 @@ ScanStep TakeStep(Scanner& s) {
         case '\'':
         case '"': TakeLiteral(s); break;
         case '#':
-            if (StartDirective(s)) {
-                ++s.position;
-            } else {
-                TakeText(s);
-            }
+            if (!StartDirective(s)) TakeText(s);
             break;
         case '\n': return EndLine(s);
         case ';':
@@ -172,11 +165,9 @@ Scanner::Scanner(std::string& sourceText, bool inDeclarationMode, ObjectBranch& 
     : text(sourceText),
       declarationMode(inDeclarationMode),
       root(&fileRoot),
-      current(NewBranch()),
-      chunkReader(chunk) {
-    chunk.clear();
+      current(AddChild(fileRoot)),
+      collected(sourceText) {
     // Neither counted nor given a kind of its own.
-    AppendChild(*root, *current);
     AssignIdentity(*current);
     current->branchTypeAsString = KindName::kNamespace;
     current->filePath = root->filePath;
@@ -188,12 +179,8 @@ ScanStep ScanText(Scanner& scanner) {
     while (step == ScanStep::Continue && scanner.position < scanner.text.size()) {
         step = TakeStep(scanner);
     }
+    chunk = std::string(scanner.collected.View());  // with no more room than it needs
     return step;
-}
-
-void EmptyChunk(Scanner& scanner) {
-    chunk.clear();
-    scanner.chunkReader.Forget();
 }
 
 ObjectBranch* AddNode(Scanner& scanner, ObjectBranch& parent, BranchType type,
@@ -203,11 +190,7 @@ ObjectBranch* AddNode(Scanner& scanner, ObjectBranch& parent, BranchType type,
     node->branchTypeAsString = kindName;
     node->lineNumber = lineNumber;
     node->filePath = scanner.current->filePath;
-    // No byte of the text ends in two chunks, so the contents stay behind the position.
-    char* const start = scanner.text.data() + scanner.contentsSize;
-    const char* const end = WriteTrimmedAndReduced(chunk, start);
-    node->contents = {start, static_cast<std::size_t>(end - start)};
-    scanner.contentsSize += node->contents.size();
-    EmptyChunk(scanner);
+    node->contents = scanner.collected.TakeContents();
+    scanner.collected.Restart(scanner.position);
     return node;
 }

@@ -6,12 +6,12 @@
 #include <string>
 #include <string_view>
 
-#include "tree/ChunkReader.h"
+#include "tree/Chunk.h"
 #include "tree/ObjectBranch.h"
 
 struct Scanner {
     /// Makes the "namespace global" node below the root and starts in it. The text must outlive
-    /// the use of the nodes' contents: they take the place of what has been scanned.
+    /// the use of the nodes' contents, which stay where they stand in it.
     Scanner(std::string& sourceText, bool inDeclarationMode, ObjectBranch& fileRoot);
 
     std::string& text;             // the cleaned text, from the position on
@@ -24,8 +24,7 @@ struct Scanner {
     bool inDirective = false;      // a directive line is being collected
     bool inAttribute = false;      // in a bracketed attribute section that is being dropped
     bool inStruct = false;         // in a struct body; its blocks become defines
-    ChunkReader chunkReader;       // what is asked of `chunk`
-    std::size_t contentsSize = 0;  // how much of the text's start the nodes' contents take up
+    Chunk collected;               // the text since the last node
 };
 
 /// What the scan does after a step, and how it ended.
@@ -35,14 +34,11 @@ enum class ScanStep {
     Abandon,  // the build is given up
 };
 
-/// Scans the text to its end or to the first step that does not continue, whose result it returns.
-/// Either of those leaves a message on standard output.
+/// Scans the text to its end or to the first step that does not continue, whose result it returns;
+/// Stop and Abandon come with a message on standard output. Leaves in `chunk` what made no node.
 ScanStep ScanText(Scanner& scanner);
 
-/// Empties `chunk`, and what is known of it.
-void EmptyChunk(Scanner& scanner);
-
-/// Makes a node at the end of the parent's children that takes over `chunk`, trimmed and reduced,
-/// and empties it.
+/// Makes a node at the end of the parent's children that takes over the collected text, trimmed and
+/// reduced, and leaves none.
 ObjectBranch* AddNode(Scanner& scanner, ObjectBranch& parent, BranchType type,
                       std::string_view kindName, std::int32_t lineNumber);
