@@ -8,10 +8,9 @@ std::string functionName(std::string_view text) {
     header = header.substr(header.find('>') + 1);  // the whole header where there is none
     std::string kept(header);
     replaceAll(kept, "*", "");
-    const std::string reduced = TrimAndReduce(kept);
 
     // The last word with its blank, without an owner before a dot.
-    std::string_view name = reduced;
+    std::string_view name = TrimAndReduceInPlace(kept.data(), kept.size());
     const std::size_t blank = name.rfind(' ');
     if (blank != std::string_view::npos) {
         name = name.substr(blank);
