@@ -22,12 +22,15 @@ struct FileRoot : ObjectBranch {
 }  // namespace
 
 void ParseFileToFile(const std::string& inputPath, const std::string& outputPath) {
+    ParseText(inputPath, ReadWholeFile(inputPath), outputPath);
+}
+
+void ParseText(const std::string& path, std::string text, const std::string& outputPath) {
     currentIndex = 0;
     objectCount = 0;
-    std::string text = ReadWholeFile(inputPath);
     FileRoot root;
     const std::vector<std::string> definedSymbols;
     std::vector<std::string> defines;
     text = Cleaner().CleanText(std::move(text), definedSymbols, defines);
-    TreeBuilderCS(inputPath, std::move(text), true, &root, outputPath, defines);
+    TreeBuilderCS(path, std::move(text), true, &root, outputPath, defines);
 }

@@ -8,3 +8,6 @@
 /// and `currentIndex` back to 0 first. Throws only when memory runs out; whatever happens, no node
 /// outlives the call.
 void ParseFileToFile(const std::string& inputPath, const std::string& outputPath);
+
+/// The same for a text that was read already; `path` is the name that its records bear.
+void ParseText(const std::string& path, std::string text, const std::string& outputPath);

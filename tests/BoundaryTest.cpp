@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
 
+#include "fuzz/QuietStdout.h"
 #include "plugin/PluginCS.h"
 #include "tests/Corpus.h"
 
@@ -43,6 +45,15 @@ struct Module {
         std::string copy = text == nullptr ? "none" : text;
         cleanup();
         return copy;
+    }
+
+    /// The text and what the parse left in the counters.
+    std::string Outcome(const std::string& path) const {
+        std::string outcome = Text(path.c_str());
+        for (const char* counter : {"objectCount", "currentIndex"}) {
+            outcome += ' ' + std::to_string(*Get<std::int32_t*>(counter));
+        }
+        return outcome;
     }
 
     void* handle;
@@ -138,6 +149,45 @@ TEST(Boundary, UnreadablePathsAreEmptyFiles) {
         text.replace(root, text.find('"', root) - root, "empty.cs");
         EXPECT_EQ(text, expected) << named;
     }
+}
+
+TEST(Boundary, AParseIsTheSameWhateverCameBefore) {
+    const QuietStdout quiet;
+    std::filesystem::current_path(CASES);
+    for (const std::string& name : CaseNames()) {
+        const std::string fresh = Module().Outcome(name);
+        const Module module;
+        for (const std::string& before :
+             {name, std::string("abandoned.cs"), std::string("error_stop.cs")}) {
+            module.Outcome(before);
+            EXPECT_EQ(module.Outcome(name), fresh) << name << " after " << before;
+        }
+    }
+}
+
+// Resident memory in pages, where the system tells.
+long Resident() {
+    long total = 0;
+    long resident = 0;
+    std::ifstream("/proc/self/statm") >> total >> resident;
+    return resident;
+}
+
+TEST(Boundary, ManyParsesDoNotGrowTheProcess) {
+    const QuietStdout quiet;
+    std::filesystem::current_path(CASES);
+    const Module module;
+    const auto parse = [&module](int rounds) {
+        for (int round = 0; round < rounds; ++round) {
+            module.Text(round % 2 == 0 ? "twelve_lines.cs" : "abandoned.cs");
+        }
+    };
+    parse(1000);
+    const long before = Resident();
+    parse(SANITIZED ? 1000 : 100000);
+    // A sanitizer keeps what was freed for a while.
+    const long allowed = SANITIZED ? LONG_MAX : 256;
+    EXPECT_LT(Resident() - before, allowed);
 }
 
 TEST(Boundary, SurvivesDepthAndSize) {
