@@ -1,4 +1,4 @@
-// The loaded parser module.
+// The loaded parser module. It reports nothing: its failures are found out and thrown here.
 #pragma once
 
 #include <string>
@@ -8,16 +8,15 @@
 
 class Module {
   public:
-    /// Throws a Failure when the file cannot be loaded or has not the functions.
     explicit Module(const std::string& path);
 
     /// Beside the program, as in a build folder, or else where the installed module lies.
     static std::string DefaultPath();
 
-    /// The text of the file, valid until the next call. Throws a Failure when none came back.
-    std::string_view Text(const std::string& path) const;
+    /// The text of the file, or of standard input for "-"; valid until the next call.
+    std::string_view Text(const std::string& input) const;
 
-    /// Leaves `output` as it is when the module gives the parse up or cannot open it.
+    /// Has the module write the text, which takes the output's place when it is complete.
     void ParseToFile(const std::string& input, const std::string& output) const;
 
   private:

@@ -1,5 +1,7 @@
 #include "host/StrictJson.h"
 
+#include <cstdio>
+
 namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
@@ -25,49 +27,21 @@ std::size_t SequenceLength(std::string_view text) {
     return length;
 }
 
-void PutControl(char byte, std::string& strict) {
-    constexpr std::string_view kControls = "\b\t\n\f\r";
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    const std::size_t named = kControls.find(byte);
-    strict += '\\';
-    if (named != std::string_view::npos) {
-        strict += "btnfr"[named];
-        return;
-    }
-    strict += "u00";
-    strict += kDigits[static_cast<unsigned char>(byte) >> 4U];
-    strict += kDigits[static_cast<unsigned char>(byte) & 15U];
-}
-
-// `rest` begins with a backslash. Returns how many bytes were taken from it, as does PutRepaired.
-std::size_t PutEscape(std::string_view rest, std::string& strict) {
-    const unsigned escaped = ByteAt(rest, 1);
-    if (escaped < ' ' || escaped > '~') {
-        strict += "\\\\";  // escapes nothing
-        return 1;
-    }
-    strict += escaped == '\'' ? rest.substr(1, 1) : rest.substr(0, 2);
-    return 2;
-}
-
+// Within a string. Returns how many bytes were taken from the rest.
 std::size_t PutRepaired(std::string_view rest, std::string& strict) {
-    if (rest.front() == '\\') return PutEscape(rest, strict);
+    if (rest.front() == '\\') {
+        strict += ByteAt(rest, 1) == '\'' ? rest.substr(1, 1) : rest.substr(0, 2);
+        return 2;
+    }
     if (ByteAt(rest, 0) < ' ') {
-        PutControl(rest.front(), strict);
+        char escape[8];
+        std::snprintf(escape, sizeof escape, "\\u%04x", ByteAt(rest, 0));
+        strict += escape;
         return 1;
     }
     const std::size_t length = SequenceLength(rest);
     strict += length == 0 ? kReplacement : rest.substr(0, length);
     return length == 0 ? 1 : length;
-}
-
-std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
-    for (const char byte : text) {
-        if (byte == '"' || byte == '\\') quoted += '\\';
-        quoted += byte;
-    }
-    return quoted + '"';
 }
 
 }  // namespace
@@ -85,23 +59,4 @@ std::string StrictJson(std::string_view text) {
         }
     }
     return strict;
-}
-
-std::string OneLine(std::string_view strict) {
-    std::string line;
-    line.reserve(strict.size());
-    bool inString = false;
-    bool escaped = false;
-    for (const char byte : strict) {
-        if (!inString && (byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r')) continue;
-        line += byte;
-        if (byte == '"' && !escaped) inString = !inString;
-        escaped = byte == '\\' && !escaped;
-    }
-    return line;
-}
-
-std::string FileLine(std::string_view file, std::string_view text) {
-    const std::string name = StrictJson(Quoted(file));
-    return "{\"file\": " + name + ", \"records\": " + OneLine(StrictJson(text)) + "}\n";
 }

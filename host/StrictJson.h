@@ -8,9 +8,3 @@
 /// Repairs the strings: \' becomes an apostrophe, a raw control byte its JSON escape, and a byte
 /// that belongs to no UTF-8 sequence U+FFFD. A text that needs none of it comes back unchanged.
 std::string StrictJson(std::string_view text);
-
-/// The strict text without the white space between its tokens: no line feed is left.
-std::string OneLine(std::string_view strict);
-
-/// One line for one file of several: an object with the name and the repaired records.
-std::string FileLine(std::string_view file, std::string_view text);

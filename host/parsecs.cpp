@@ -1,25 +1,22 @@
 // parsecs: loads the module, has it parse files, and writes its text as it is, as strict JSON, or
 // as an outline.
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
-#include <optional>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
-#include "host/Failure.h"
-#include "host/FolderPlan.h"
+#include "host/Files.h"
+#include "host/Folder.h"
 #include "host/Module.h"
 #include "host/Outline.h"
-#include "host/OutputFile.h"
-#include "host/Streams.h"
 #include "host/StrictJson.h"
-#include "host/Terminal.h"
 
 namespace {
 
@@ -29,10 +26,9 @@ constexpr const char* kDescription =
     "  parsecs --outline Program.cs     the statements and blocks, as a tree for reading\n"
     "  parsecs --strict -o out src      all *.cs files below src, a JSON file below out for each\n"
     "\n"
-    "Shows the statements and blocks of C#-like source files as JSON arrays. Without --strict or\n"
-    "--outline the text is the module's own, in which strict JSON parsers meet \\' and raw line\n"
-    "feeds. Ends with 0 when all was done, 1 when a file gave no text or the output could not be\n"
-    "written, 2 when something could not be read, loaded, opened or understood.\n";
+    "Shows the statements and blocks of C#-like source files as JSON arrays. Ends with 0 when all\n"
+    "was done, 1 when a file gave no text or the output could not be written, 2 when something\n"
+    "could not be read, loaded, opened or understood.\n";
 
 struct Options {
     std::vector<std::string> inputs;
@@ -43,13 +39,8 @@ struct Options {
     bool traces = false;
 };
 
-ExitCode Report(const Failure& failure) {
-    std::fprintf(stderr, "parsecs: %s\n", failure.what());
-    return failure.code;
-}
-
-// The exit code of a run that is over already: help was asked for, or the usage is wrong.
-std::optional<int> ReadOptions(int argc, char** argv, Options& options) {
+// False when there is nothing left to do: help was asked for.
+bool ReadOptions(int argc, char** argv, Options& options) {
     CLI::App app(kDescription, "parsecs");
     app.add_option("FILE", options.inputs,
                    "Source files, folders (with -o), or - for standard input, which the records "
@@ -67,147 +58,89 @@ std::optional<int> ReadOptions(int argc, char** argv, Options& options) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) return app.exit(error);
-        std::fprintf(stderr, "parsecs: %s (-h shows the usage)\n", error.what());
-        return kBadUsage;
+        if (error.get_exit_code() != 0) throw Failure(kBadUsage, "usage, see -h", error.what());
+        app.exit(error);
+        return false;
     }
-    if (options.output == "-") options.output.clear();
-    return std::nullopt;
+    // Opened later, /dev/stdout would be where the traces go.
+    if (options.output == "-" || options.output == "/dev/stdout") options.output.clear();
+    return true;
 }
 
-// What the module is told to open.
-std::string ReadablePath(const std::string& input) {
-    std::error_code error;
-    if (input == "-") return SpoolStandardInput();
-    if (fs::is_directory(input, error)) {
-        throw Failure(kBadUsage, input, "is a folder: -o DIR parses the files below it");
-    }
-    // Opening it to see would take a pipe from the module.
-    if (access(input.c_str(), R_OK) != 0) throw Failure(kBadUsage, input, errno);
-    return input;
+// The module prints its traces to standard output: from now on they go to standard error or
+// nowhere. Returns a descriptor for the real standard output, -1 if that is closed.
+int TakeStandardOutput(bool showTraces) {
+    const int output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    const int traces = showTraces ? STDERR_FILENO : open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (dup2(traces, STDOUT_FILENO) < 0) throw Failure(kBadUsage, "the module's traces");
+    return output;
 }
 
-std::string Rendered(const Options& options, std::string_view text, int descriptor) {
+std::string Rendered(const Options& options, const std::string& input, std::string_view text,
+                     int descriptor) {
+    if (!options.strict && !options.outline) return std::string(text);
     std::string strict = StrictJson(text);
-    if (options.strict) return strict;
-    return Outline(strict, {TerminalWidth(descriptor), ShowsColour(descriptor)});
+    if (options.outline) return Outline(strict, descriptor);
+    if (options.inputs.size() == 1) return strict;
+    // Line feeds stand only between tokens: in a string each is an escape by now.
+    strict.erase(std::remove(strict.begin(), strict.end(), '\n'), strict.end());
+    constexpr auto kRepair = nlohmann::json::error_handler_t::replace;
+    const std::string name = nlohmann::json(input).dump(-1, ' ', false, kRepair);
+    return "{\"file\": " + name + ", \"records\": " + strict + "}\n";
 }
 
-void ParseToFile(const Module& module, const Options& options, const Job& job) {
-    const std::string input = ReadablePath(job.input);
-    std::error_code error;
-    if (fs::equivalent(input, job.output, error)) {
-        throw Failure(kBadUsage, job.output, "is the input");
-    }
-    OutputFile file(job.output);
-    if (options.strict || options.outline) {
-        file.Put(Rendered(options, module.Text(input), -1));
-    } else {
-        module.ParseToFile(input, file.Part());
-        file.ExpectRecords(input);
-    }
-    file.Commit();
-}
-
-std::string SinkName(const Options& options) {
-    return options.output.empty() ? "standard output" : options.output;
-}
-
-void ParseToSink(const Module& module, const Options& options, const std::string& input, int sink) {
-    const std::string name = SinkName(options);
-    const std::string path = ReadablePath(input);
-    const std::string_view text = module.Text(path);
-    if (options.strict && options.inputs.size() > 1) {
-        WriteAll(sink, FileLine(path, text), name);
-    } else if (options.strict || options.outline) {
-        WriteAll(sink, Rendered(options, text, sink), name);
-    } else {
-        WriteAll(sink, text, name);
+void Deliver(const Options& options, int standardOutput, std::string_view text) {
+    if (!options.output.empty()) return WriteFile(options.output, text);
+    while (!text.empty()) {
+        const ssize_t written = write(standardOutput, text.data(), text.size());
+        if (written < 0) throw Failure(kNoText, "standard output");
+        text.remove_prefix(static_cast<std::size_t>(written));
     }
 }
 
-// The failure that is being handled; what ran out of memory is named by its input.
-Failure Caught(const std::string& input) {
-    try {
-        throw;
-    } catch (const Failure& failure) {
-        return failure;
-    } catch (const std::exception& error) {
-        return {kNoText, input, error.what()};
-    }
-}
-
-int ParseInOrder(const Module& module, const Options& options, int sink) {
-    ExitCode worst = kDone;
+void ParseInOrder(const Module& module, const Options& options, int standardOutput,
+                  std::vector<Failure>& failures) {
+    const int terminal = options.output.empty() ? standardOutput : -1;
     for (const std::string& input : options.inputs) {
-        try {
-            ParseToSink(module, options, input, sink);
-        } catch (const WriteFailure& failure) {
-            return std::max(worst, Report(failure));  // the next one would fail as well
-        } catch (const std::exception&) {
-            worst = std::max(worst, Report(Caught(input)));
-        }
+        std::string text;
+        const auto parse = [&] { text = Rendered(options, input, module.Text(input), terminal); };
+        // What cannot take this text takes no other: a failure to deliver ends the run.
+        if (Attempt(input, parse, failures)) Deliver(options, standardOutput, text);
     }
-    if (close(sink) != 0) return std::max(worst, Report({kNoText, SinkName(options), errno}));
-    return worst;
 }
 
-void ShowProgress(std::size_t number, std::size_t all, const std::string& input) {
-    const std::size_t width = TerminalWidth(STDERR_FILENO);
-    const std::string line = std::to_string(number) + '/' + std::to_string(all) + ' ' + input;
-    std::fprintf(stderr, "\r%s\x1B[K", Fitted(line, width).c_str());
-}
-
-int ParseIntoFolder(const Module& module, const Options& options) {
-    auto [jobs, failures] = PlanFolder(options.inputs, options.output);
-    const bool terminal = isatty(STDERR_FILENO) != 0;
-    std::size_t done = 0;
-    for (std::size_t next = 0; next < jobs.size(); ++next) {
-        if (terminal) ShowProgress(next + 1, jobs.size(), jobs[next].input);
-        try {
-            ParseToFile(module, options, jobs[next]);
-            ++done;
-        } catch (const std::exception&) {
-            failures.push_back(Caught(jobs[next].input));
-        }
-    }
-    std::fprintf(stderr, "%sparsecs: %s: %zu parsed, %zu failed\n", terminal ? "\r\x1B[K" : "",
-                 options.output.c_str(), done, failures.size());
-    ExitCode worst = kDone;
-    for (const Failure& failure : failures) worst = std::max(worst, Report(failure));
-    return worst;
-}
-
-enum class Target { kSink, kFile, kFolder };
-
-// Several texts need a folder, and an existing one stays one. Devices and pipes cannot be replaced,
-// only written to.
-Target ChooseTarget(const Options& options) {
+// Several texts need a folder, and an existing one stays one.
+bool NeedsFolder(const Options& options) {
     std::error_code error;
-    if (options.output.empty()) return Target::kSink;
-    const fs::file_status old = fs::status(options.output, error);
-    if (options.inputs.size() > 1 || fs::is_directory(options.inputs.front(), error) ||
-        fs::is_directory(old) || options.output.back() == '/') {
-        if (fs::exists(old) && !fs::is_directory(old)) {
-            throw Failure(kBadUsage, options.output, ENOTDIR);
-        }
-        return Target::kFolder;
-    }
-    return fs::exists(old) && !fs::is_regular_file(old) ? Target::kSink : Target::kFile;
+    if (options.output.empty()) return false;
+    if (options.inputs.size() > 1 || options.output.back() == '/') return true;
+    return fs::is_directory(options.inputs.front(), error) ||
+           fs::is_directory(options.output, error);
 }
 
-int Run(const Options& options) {
-    const Target target = ChooseTarget(options);
-    if (target == Target::kFolder && options.outline) {
-        throw Failure(kBadUsage, options.output, "is a folder: an outline goes to one file");
+// The module can write its text itself, but only to what can be replaced.
+bool ModuleCanWrite(const Options& options) {
+    std::error_code error;
+    if (options.strict || options.outline || options.output.empty()) return false;
+    const fs::file_status old = fs::status(options.output, error);
+    return fs::is_regular_file(old) || !fs::exists(old);
+}
+
+void Run(const Options& options, std::vector<Failure>& failures) {
+    std::error_code error;
+    const std::string& output = options.output;
+    const bool folder = NeedsFolder(options);
+    if (folder && options.outline) throw Failure(kBadUsage, output, "an outline needs a file");
+    if (folder) fs::create_directories(output, error);
+    if (error) throw Failure(kBadUsage, output, error.message());
+    if (!folder && fs::equivalent(options.inputs.front(), output, error)) {
+        throw Failure(kBadUsage, output, "is the input");
     }
     const Module module(options.module);
-    const int sink = target == Target::kSink ? OpenSink(options.output) : -1;
-    RedirectTraces(options.traces);
-    if (target == Target::kSink) return ParseInOrder(module, options, sink);
-    if (target == Target::kFolder) return ParseIntoFolder(module, options);
-    ParseToFile(module, options, {options.inputs.front(), options.output});
-    return kDone;
+    const int standardOutput = TakeStandardOutput(options.traces);
+    if (folder) return ParseIntoFolder(module, options.inputs, output, options.strict, failures);
+    if (ModuleCanWrite(options)) return module.ParseToFile(options.inputs.front(), output);
+    ParseInOrder(module, options, standardOutput, failures);
 }
 
 }  // namespace
@@ -215,11 +148,19 @@ int Run(const Options& options) {
 int main(int argc, char** argv) {
     // A reader that leaves early shows as a failed write.
     std::signal(SIGPIPE, SIG_IGN);
+    std::vector<Failure> failures;
     try {
         Options options;
-        if (const std::optional<int> code = ReadOptions(argc, argv, options)) return *code;
-        return Run(options);
-    } catch (const std::exception&) {
-        return Report(Caught("parsecs"));
+        if (ReadOptions(argc, argv, options)) Run(options, failures);
+    } catch (const Failure& failure) {
+        failures.push_back(failure);
+    } catch (const std::exception& error) {
+        failures.emplace_back(kNoText, "unexpected", error.what());
     }
+    ExitCode worst = kDone;
+    for (const Failure& failure : failures) {
+        std::fprintf(stderr, "parsecs: %s\n", failure.what());
+        worst = std::max(worst, failure.code);
+    }
+    return worst;
 }
