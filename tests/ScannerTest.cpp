@@ -110,15 +110,4 @@ TEST(Tree, FlattensAndFreesInOrder) {
     EXPECT_TRUE(root.children.empty());
 }
 
-TEST(Tree, KnowsTheDefaultKindNames) {
-    std::string names;
-    for (const int value : {-1, 0, 3, 6, 11, 12, 13, 14, 15}) {
-        ObjectBranch node;
-        node.branchType = static_cast<BranchType>(value);
-        names.append(branchTypeAsString(node)).append(" ");
-    }
-    EXPECT_EQ(names,
-              "function filepath line function filepath classvar function function function ");
-}
-
 }  // namespace

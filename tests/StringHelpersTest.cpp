@@ -28,25 +28,19 @@ struct Row {
 };
 
 const Row kRows[] = {
-    {"trim", Trim, "", ""},
     {"trim", Trim, " \t\r\n\f\v", ""},
     {"trim", Trim, "\fa b\v", "a b"},
     {"Convert", Convert, "  a\t\tb\n", " a b "},
     {"Convert", Convert, "\ta\f\fb", " a\f\fb"},
-    {"Convert", Convert, "a b c", "a b c"},
     {"TrimAndReduce", Reduce, "  int   x =\n 5 ; ", "int x = 5 ;"},
     {"TrimAndReduce", Reduce, "\n\f \va\r\nb\f\n", "a b"},
-    {"FirstWord", First, "else", "else"},
     {"FirstWord", First, "if(x)", "if"},
     {"FirstWord", First, "#include <x>", "#include"},
-    {"FirstWord", First, " if", ""},
     {"FirstWord", First, "a_9\xC3\xA9", "a_9"},
     {"LastWord", Last, "public class Foo", "public class"},
     {"LastWord", Last, "a\tb", "a\tb"},
-    {"LastWord", Last, "a ", "a"},
     {"LastWord", Last, " a", ""},
     {"LastWordNoDots", NoDots, "public class Foo : Base", "Foo"},
-    {"LastWordNoDots", NoDots, "Outer::Inner", "Outer"},
     {"LastWordNoDots", NoDots, "class Foo: Base", "Fo"},
     {"LastWordNoDots", NoDots, "Foo ", "Foo "},
     {"LastWordNoDots", NoDots, ":x", ":x"},
@@ -56,7 +50,6 @@ const Row kRows[] = {
     {"FileName", Name, "C:\\dir\\y.cs", "y"},
     {"FileName", Name, "/a.b/c", "c"},
     {"FileName", Name, ".hidden", ""},
-    {"FileNameWithExtension", NameWithExtension, "/a/b/c.cs", "c.cs"},
     {"FileNameWithExtension", NameWithExtension, "dir/", ""},
 };
 
