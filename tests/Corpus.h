@@ -17,8 +17,15 @@ inline std::string ReadText(const std::filesystem::path& path) {
     return text.str();
 }
 
+/// Writes a file into a folder that goes with the process.
 inline std::string WriteTemporary(const std::string& name, std::string_view text) {
-    std::string path = testing::TempDir() + std::to_string(getpid()) + name;
+    struct Folder {
+        Folder() { std::filesystem::create_directories(path); }
+        ~Folder() { std::filesystem::remove_all(path); }
+        std::filesystem::path path = testing::TempDir() + "plugincs" + std::to_string(getpid());
+    };
+    static const Folder folder;
+    std::string path = folder.path / name;
     std::ofstream(path, std::ios::binary) << text;
     return path;
 }
