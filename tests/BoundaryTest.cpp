@@ -49,6 +49,7 @@ struct Module {
 
     /// The text and what the parse left in the counters.
     std::string Outcome(const std::string& path) const {
+        const QuietStdout quiet;
         std::string outcome = Text(path.c_str());
         for (const char* counter : {"objectCount", "currentIndex"}) {
             outcome += ' ' + std::to_string(*Get<std::int32_t*>(counter));
@@ -152,7 +153,6 @@ TEST(Boundary, UnreadablePathsAreEmptyFiles) {
 }
 
 TEST(Boundary, AParseIsTheSameWhateverCameBefore) {
-    const QuietStdout quiet;
     std::filesystem::current_path(CASES);
     for (const std::string& name : CaseNames()) {
         const std::string fresh = Module().Outcome(name);
@@ -174,10 +174,10 @@ long Resident() {
 }
 
 TEST(Boundary, ManyParsesDoNotGrowTheProcess) {
-    const QuietStdout quiet;
     std::filesystem::current_path(CASES);
     const Module module;
     const auto parse = [&module](int rounds) {
+        const QuietStdout quiet;
         for (int round = 0; round < rounds; ++round) {
             module.Text(round % 2 == 0 ? "twelve_lines.cs" : "abandoned.cs");
         }
