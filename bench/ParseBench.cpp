@@ -5,6 +5,9 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 #include <algorithm>
 #include <cstdlib>
@@ -47,13 +50,26 @@ std::int64_t TotalSize(const Files& files) {
     return size;
 }
 
+// Whether a round finds the allocator as the round before left it, or without memory in reserve, as
+// in a process that parses its first file.
+enum class Memory { kWarm, kFresh };
+
+void Prepare(benchmark::State& state, Memory memory) {
+    if (memory == Memory::kWarm) return;
+    state.PauseTiming();
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
+    state.ResumeTiming();
+}
+
 void ReportRates(benchmark::State& state, std::int64_t bytes, std::int64_t records) {
     state.SetBytesProcessed(state.iterations() * bytes);
     state.SetItemsProcessed(state.iterations() * records);
 }
 
 // The whole parse: files in, texts out, texts released.
-void Parse(benchmark::State& state, const Files& files) {
+void Parse(benchmark::State& state, const Files& files, Memory memory) {
     std::int64_t records = 0;
     const auto parseAll = [&files, &records] {
         records = 0;
@@ -65,12 +81,15 @@ void Parse(benchmark::State& state, const Files& files) {
     };
     // Memory that the process touches for the first time ever is charged to nobody.
     parseAll();
-    for (auto step : state) parseAll();
+    for (auto step : state) {
+        Prepare(state, memory);
+        parseAll();
+    }
     ReportRates(state, TotalSize(files), records);
     state.SetComplexityN(TotalSize(files));
 }
 
-void Floor(benchmark::State& state, const Files& files) {
+void Floor(benchmark::State& state, const Files& files, Memory memory) {
     std::vector<std::string> texts;
     for (const auto& file : files) {
         const char* const text = ParseCS(file.c_str());
@@ -78,6 +97,7 @@ void Floor(benchmark::State& state, const Files& files) {
         CleanupCS();
     }
     for (auto step : state) {
+        Prepare(state, memory);
         for (std::size_t i = 0; i < files.size(); ++i) {
             benchmark::DoNotOptimize(ReadWholeFile(files[i]).data());
             const std::size_t size = texts[i].size() + 1;
@@ -160,9 +180,9 @@ void RenderStage(benchmark::State& state, const std::string& source) {
                 static_cast<std::int64_t>(stages.records.size()));
 }
 
-void RegisterPair(const std::string& name, const Files& files) {
-    benchmark::RegisterBenchmark(("parse/" + name).c_str(), Parse, files);
-    benchmark::RegisterBenchmark(("floor/" + name).c_str(), Floor, files);
+void RegisterPair(const std::string& name, const Files& files, Memory memory = Memory::kWarm) {
+    benchmark::RegisterBenchmark(("parse/" + name).c_str(), Parse, files, memory);
+    benchmark::RegisterBenchmark(("floor/" + name).c_str(), Floor, files, memory);
 }
 
 void RegisterAll() {
@@ -171,6 +191,8 @@ void RegisterAll() {
     for (const auto& [name, size] : sizes) {
         RegisterPair(name, {TemporarySource(name, GenerateSource(size))});
     }
+    RegisterPair("1MB, fresh memory", {TemporarySource("fresh", GenerateSource(1'000'000))},
+                 Memory::kFresh);
     if (const char* folder = std::getenv("PARSE_CORPUS")) {
         Files files;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
@@ -188,7 +210,7 @@ void RegisterAll() {
     for (const Shape& shape : HostileShapes()) {
         const auto parse = [&shape](benchmark::State& state) {
             const auto size = static_cast<std::size_t>(state.range(0));
-            Parse(state, {TemporarySource("shape", shape.generate(size))});
+            Parse(state, {TemporarySource("shape", shape.generate(size))}, Memory::kWarm);
         };
         benchmark::RegisterBenchmark((std::string("shape/") + shape.name).c_str(), parse)
             ->RangeMultiplier(2)
@@ -220,7 +242,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
     void Finalize() override {
         std::ostream& out = GetOutputStream();
         out << std::fixed << std::setprecision(2) << "\nRatios\n";
-        for (const char* name : {"10KB", "100KB", "1MB", "10MB", "corpus"}) {
+        for (const char* name : {"10KB", "100KB", "1MB", "1MB, fresh memory", "10MB", "corpus"}) {
             Print(std::string("whole parse : floor, ") + name, seconds_,
                   std::string("parse/") + name, std::string("floor/") + name);
         }
