@@ -30,13 +30,7 @@ std::string BrokenByCleaner(std::string_view bytes, const std::vector<std::strin
         return "the preprocessor pass keeps the number of line feeds";
     }
     const auto isClean = [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); };
-    if (!std::all_of(text.begin(), text.end(), isClean)) return "cleaned text is printable ASCII";
-    std::vector<std::string> definesOfAll;
-    if (Cleaner().CleanText(std::string(bytes), symbols, definesOfAll) != text ||
-        definesOfAll != defines) {
-        return "the cleaner is the sum of its passes";
-    }
-    return {};
+    return std::all_of(text.begin(), text.end(), isClean) ? "" : "cleaned text is printable ASCII";
 }
 
 std::string WithoutWhiteSpaceOutsideLiterals(std::string_view text) {
