@@ -106,6 +106,18 @@ const std::vector<Shape>& HostileShapes() {
         {"carriage returns", CarriageReturns},
         {"one word", [](std::size_t n) { return Repeat("", "w", n) + ";"; }},
         {"attributes", [](std::size_t n) { return Repeat("", ";[", n); }},
+        {"open attribute", [](std::size_t n) { return Repeat("[", "x;\n", n); }},
+        {"runs of T", [](std::size_t n) { return Repeat("", "TTTTTx;", n); }},
+        {"one run of T", [](std::size_t n) { return Repeat("x", "T", n); }},
+        {"comments", [](std::size_t n) { return Repeat("", "/**/a//b\n", n); }},
+        {"escapes", [](std::size_t n) { return Repeat("a = '", "\\'", n) + "';"; }},
+        {"empty literals", [](std::size_t n) { return Repeat("", "\"\"''", n) + ";"; }},
+        {"blank lines", [](std::size_t n) { return Repeat("", " \n", n); }},
+        {"open sections", [](std::size_t n) { return Repeat("", "#ifndef A\n", n); }},
+        {"regions in a line", [](std::size_t n) { return Repeat("", ";#region\n", n); }},
+        {"comparisons", [](std::size_t n) { return Repeat("a b(", "=d.e", n) + ") == c;"; }},
+        {"classes in classes", [](std::size_t n) { return Repeat("", "class a : b {", n); }},
+        {"bytes above 127", [](std::size_t n) { return Repeat("", "\xC3\xA4\xFF;", n); }},
     };
     return shapes;
 }

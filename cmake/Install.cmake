@@ -1,38 +1,37 @@
 # What `cmake --install` lays down. The module is a plug-in and no library to link with: it has a
-# folder of its own, and CMake and pkg-config tell hosts where it is.
-include(GNUInstallDirs)
+# folder of its own, and CMake and pkg-config tell hosts where it is. Folders may be absolute; where
+# they are not, the installed tree can be moved as a whole.
 include(CMakePackageConfigHelpers)
 
-if(APPLE)
-  set(PLUGINCS_MODULE_FILE PluginCS.bundle/Contents/MacOS/PluginCS)
-else()
-  set(PLUGINCS_MODULE_FILE PluginCS.so)
-endif()
-set(PLUGINCS_INSTALLED_MODULE lib/PluginCS/${PLUGINCS_MODULE_FILE})
 set(packageFolder ${CMAKE_INSTALL_LIBDIR}/cmake/PluginCS)
 set(pkgconfigFolder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-add_library(pluginheader INTERFACE)
-set_target_properties(pluginheader PROPERTIES EXPORT_NAME PluginCS)
-target_include_directories(pluginheader INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-target_link_libraries(pluginheader INTERFACE ${CMAKE_DL_LIBS})
-
-install(TARGETS PluginCS LIBRARY DESTINATION lib/PluginCS)
-install(FILES plugin/PluginCS.h TYPE INCLUDE)
-install(TARGETS pluginheader EXPORT PluginCSTargets)
+install(TARGETS plugincs plugincs_module EXPORT PluginCSTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/PluginCS)
+install(FILES include/PluginCS.h TYPE INCLUDE)
 install(EXPORT PluginCSTargets NAMESPACE PluginCS:: DESTINATION ${packageFolder})
 
 configure_package_config_file(cmake/PluginCSConfig.cmake.in PluginCSConfig.cmake
-  INSTALL_DESTINATION ${packageFolder} PATH_VARS PLUGINCS_INSTALLED_MODULE)
+  INSTALL_DESTINATION ${packageFolder})
 write_basic_package_version_file(PluginCSConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES
-  ${CMAKE_CURRENT_BINARY_DIR}/PluginCSConfig.cmake
-  ${CMAKE_CURRENT_BINARY_DIR}/PluginCSConfigVersion.cmake
+  ${PROJECT_BINARY_DIR}/PluginCSConfig.cmake
+  ${PROJECT_BINARY_DIR}/PluginCSConfigVersion.cmake
   DESTINATION ${packageFolder})
 
-# Relative, so that the installed tree can be moved as a whole.
-file(RELATIVE_PATH PLUGINCS_PREFIX_FROM_PC
-  ${CMAKE_INSTALL_PREFIX}/${pkgconfigFolder} ${CMAKE_INSTALL_PREFIX})
-string(REGEX REPLACE "/$" "" PLUGINCS_PREFIX_FROM_PC "${PLUGINCS_PREFIX_FROM_PC}")
-configure_file(cmake/plugincs.pc.in plugincs.pc @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/plugincs.pc DESTINATION ${pkgconfigFolder})
+# pkg-config knows its own folder: the others are told from there, unless somebody chose absolute ones.
+foreach(folder INCLUDEDIR LIBDIR)
+  set(PLUGINCS_PC_${folder} ${CMAKE_INSTALL_FULL_${folder}})
+  if(NOT IS_ABSOLUTE ${CMAKE_INSTALL_${folder}} AND NOT IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+    cmake_path(RELATIVE_PATH PLUGINCS_PC_${folder}
+      BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+    string(PREPEND PLUGINCS_PC_${folder} "\${pcfiledir}/")
+  endif()
+endforeach()
+set(PLUGINCS_PC_MODULE $<TARGET_FILE_NAME:plugincs_module>)
+if(APPLE)
+  set(PLUGINCS_PC_MODULE PluginCS.bundle/Contents/MacOS/PluginCS)
+endif()
+configure_file(cmake/plugincs.pc.in plugincs.pc.in @ONLY)
+file(GENERATE OUTPUT plugincs.pc INPUT ${PROJECT_BINARY_DIR}/plugincs.pc.in)
+install(FILES ${PROJECT_BINARY_DIR}/plugincs.pc DESTINATION ${pkgconfigFolder})

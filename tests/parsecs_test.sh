@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
 # parsecs_test.sh PARSECS BROKEN-MODULE: the program as its users call it.
 set -u
-parsecs=$1
-broken="--module $2"
 cd "$(mktemp -d)" || exit 1
 trap 'rm -rf "$PWD"' EXIT
+# By names without blanks, whatever the build folder is called.
+ln -s "$1" parsecs
+ln -s "$2" broken.so
+parsecs=$PWD/parsecs
+broken="--module broken.so"
 mkdir -p src/sub empty
 echo 'a; b' >src/a.cs
 echo "char c = 'x';" >src/sub/b.cs

@@ -1,4 +1,5 @@
 /* A complete host: prints the records of the source file that it is given. */
+#define _POSIX_C_SOURCE 200809L /* fdopen, dup */
 #include <PluginCS.h>
 #include <dlfcn.h>
 #include <stdio.h>
@@ -9,14 +10,16 @@ int main(int argc, char** argv) {
     if (module == NULL || argc != 2) return 2;
     PluginCS_ParseCS parse = (PluginCS_ParseCS)dlsym(module, "ParseCS");
     PluginCS_CleanupCS cleanup = (PluginCS_CleanupCS)dlsym(module, "CleanupCS");
+    if (parse == NULL || cleanup == NULL) return 2;
 
     /* The module's traces go to stdout: keep the real one, and send the traces nowhere. */
     FILE* out = fdopen(dup(STDOUT_FILENO), "w");
     if (out == NULL || freopen("/dev/null", "w", stdout) == NULL) return 2;
 
     const char* text = parse(argv[1]); /* null: the module gave this file up */
-    if (text != NULL) fputs(text, out);
-    cleanup(); /* releases the text */
+    int failed = text == NULL || fputs(text, out) == EOF;
+    failed |= fclose(out) == EOF; /* what was written last shows here */
+    cleanup();                    /* releases the text */
     dlclose(module);
-    return text == NULL || fclose(out) != 0;
+    return failed;
 }

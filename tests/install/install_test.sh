@@ -1,23 +1,40 @@
 #!/usr/bin/env bash
-# install_test.sh BUILD-FOLDER: installs the build, moves the installed tree elsewhere, and builds
-# and runs a C host that knows nothing but that place.
+# install_test.sh BUILD-FOLDER: hosts that know nothing of our folders, in a place with a blank in its
+# name. They are built with our sources below theirs, and from an installed tree that was moved.
 set -eu
 build=$1
 here=$(cd "$(dirname "$0")" && pwd)
-sample=$here/../../samples/Inventory.cs
-scratch=$(mktemp -d)
-trap 'rm -rf "$scratch"' EXIT
-cmake --install "$build" --prefix "$scratch/first" >"$scratch/log"
-mv "$scratch/first" "$scratch/tree"
-
-cmake -S "$here" -B "$scratch/host" -DCMAKE_PREFIX_PATH="$scratch/tree" >>"$scratch/log"
-cmake --build "$scratch/host" >>"$scratch/log"
+source=$(cd "$here/../.." && pwd)
+sample=$source/samples/Inventory.cs
+scratch="$(mktemp -d)/a place"
+mkdir "$scratch"
+trap 'rm -rf "$(dirname "$scratch")"' EXIT
+log=$scratch/log
+fail() { cat "$log" && echo "FAILED: $*" && exit 1; }
 "$build/parsecs" "$sample" >"$scratch/expected"
-"$scratch/host/host" "$sample" | cmp - "$scratch/expected"
+[ "$(head -c 1 "$scratch/expected")" = "[" ] || fail "no records to compare with"
+
+# check_hosts NAME CMAKE-OPTION...: configures, builds and runs both hosts.
+check_hosts() {
+    local hosts="$scratch/$1 hosts"
+    cmake -G Ninja -S "$here" -B "$hosts" "${@:2}" >"$log" 2>&1 || fail "$1: configure"
+    cmake --build "$hosts" >>"$log" 2>&1 || fail "$1: build"
+    for host in c cpp; do
+        "$hosts/host_$host" "$sample" | cmp - "$scratch/expected" || fail "$1: host_$host"
+        if "$hosts/host_$host" "$sample" >/dev/full; then fail "$1: host_$host on a full disk"; fi
+    done
+}
+check_hosts subfolder "-DPLUGINCS_SOURCE=$source"
+[ ! -e "$scratch/subfolder hosts/plugincs/parsecs" ] || fail "the program came along unasked"
+
+cmake --install "$build" --prefix "$scratch/first" >"$log"
+mv "$scratch/first" "$scratch/tree"
+check_hosts installed "-DCMAKE_PREFIX_PATH=$scratch/tree"
 "$scratch/tree/bin/parsecs" "$sample" | cmp - "$scratch/expected"
-[ "$(head -c 1 "$scratch/expected")" = "[" ]
 
 package=$(find "$scratch/tree" -name plugincs.pc -printf %h)
 pc() { PKG_CONFIG_PATH=$package pkg-config "$@" plugincs; }
-[ "$(pc --variable=module)" -ef "$scratch/tree/lib/PluginCS/PluginCS.so" ]
-echo '#include <PluginCS.h>' | cc -x c -fsyntax-only $(pc --cflags) -
+eval "module=$(pc --variable=module)" # a blank comes with its backslash
+[ "$module" -ef "$(find "$scratch/tree" -name PluginCS.so)" ] || fail "pkg-config: $module"
+echo '#include <PluginCS.h>' >"$scratch/include.c"
+eval "cc -fsyntax-only $(pc --cflags) '$scratch/include.c'"

@@ -1,0 +1,18 @@
+# What all of our own targets are compiled with; nothing of it reaches a project that includes us.
+add_library(plugincs_settings INTERFACE)
+if(NOT DEFINED CMAKE_CXX_EXTENSIONS)
+  set(CMAKE_CXX_EXTENSIONS OFF)
+endif()
+target_compile_features(plugincs_settings INTERFACE cxx_std_20 c_std_11)
+target_compile_options(plugincs_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+if(PLUGINCS_WERROR)
+  target_compile_options(plugincs_settings INTERFACE -Werror)
+endif()
+if(PLUGINCS_PORTABLE)
+  target_compile_definitions(plugincs_settings INTERFACE PLUGINCS_PORTABLE)
+endif()
+if(PLUGINCS_SANITIZE)
+  target_compile_options(plugincs_settings INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(plugincs_settings INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,61 @@
+// A source file as rows: what parsecs shows to people, made from the tree.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "plugin/Pipeline.h"
+
+/// A byte of the source. Lines end with LF, CRLF or a lone CR, each once; columns count bytes; both
+/// begin with 1, and 0 means that there is no place.
+struct Place {
+    std::int32_t line = 0;
+    std::int32_t column = 0;
+};
+
+/// One node. Its subtree has the ids from `id` to `last`.
+struct Row {
+    std::int32_t id;
+    std::int32_t parent;    ///< -1 for the file itself, which comes first.
+    std::int32_t last;      ///< Largest id in its subtree.
+    std::int32_t depth;     ///< 0 for the file itself.
+    std::string_view kind;  ///< The kind of the node's record.
+    std::string_view name;  ///< What a declaration declares; empty where the text declares nothing.
+    std::string_view text;  ///< The node's whole text.
+    Place begin;            ///< First byte of the text, or of what made the node where it has none.
+    Place end;              ///< The ';', the '}' or the last byte that ends it.
+};
+
+/// Parses on construction. The parser's state is one per process: one file at a time, though parsed
+/// files stay as they are.
+class ParsedFile {
+  public:
+    /// `path` is the name that the rows bear, `source` what was read from it. Throws
+    /// std::bad_alloc.
+    ParsedFile(std::string path, std::string source);
+    ParsedFile(const ParsedFile&) = delete;
+    ParsedFile& operator=(const ParsedFile&) = delete;
+
+    /// Whole; or stopped early, at braces that do not match; or given up, without any rows.
+    enum class Outcome { Whole, StoppedEarly, GivenUp };
+    Outcome outcome() const { return outcome_; }
+
+    /// In pre-order, which is the order of the source and of the ids. Views are valid as long as
+    /// this object is.
+    const std::vector<Row>& rows() const { return rows_; }
+    const std::string& path() const { return file_.path; }
+
+  private:
+    void FindLines(std::string_view source);
+    Place PlaceOf(std::size_t position) const;
+    void AddRows(const SourcePlaces& places);
+    Row MakeRow(const ObjectBranch& node, const NodePlace& place) const;
+
+    std::vector<std::size_t> lineStarts_;
+    std::size_t size_;  // of the source
+    SourceFile file_;
+    Outcome outcome_ = Outcome::GivenUp;
+    std::vector<Row> rows_;
+};

@@ -1,0 +1,66 @@
+# Functions of the other scripts: missing Debian packages, and builds. All that they say goes to
+# standard error.
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+# present COMMAND-OR-PATH: what holds a slash is a file.
+present() {
+    case $1 in
+        */*) [ -e "$1" ] ;;
+        *) command -v "$1" >/dev/null 2>&1 ;;
+    esac
+}
+
+# need COMMAND-OR-PATH PACKAGE [...]: installs the packages of those that are missing.
+need() {
+    local missing=()
+    while [ $# -gt 0 ]; do
+        present "$1" || missing+=("$2")
+        shift 2
+    done
+    [ ${#missing[@]} -eq 0 ] || install_packages "${missing[@]}" >&2
+}
+
+install_packages() {
+    local sudo=()
+    echo "Needed and not here, as Debian packages: $*"
+    if [ "$(id -u)" -ne 0 ]; then sudo=(sudo); fi
+    if ! present apt-get || ! present "${sudo[@]:-true}"; then
+        echo "Please have them installed and try again: apt-get install $*"
+        exit 1
+    fi
+    echo "Installing them: ${sudo[*]} apt-get install $*"
+    local install=("${sudo[@]}" env DEBIAN_FRONTEND=noninteractive
+        apt-get install -y -qq --no-install-recommends "$@")
+    if ! "${install[@]}" && ! { "${sudo[@]}" apt-get update -qq && "${install[@]}"; }; then
+        echo "That failed. Please have them installed and try again: apt-get install $*"
+        exit 1
+    fi
+}
+
+need_build_tools() {
+    need g++ g++ cmake cmake ninja ninja-build
+}
+
+need_program_libraries() {
+    need /usr/include/CLI/CLI.hpp libcli11-dev /usr/include/nlohmann/json.hpp nlohmann-json3-dev
+}
+
+need_test_libraries() {
+    need_program_libraries
+    need /usr/include/gtest/gtest.h libgtest-dev pkg-config pkg-config
+}
+
+# build PRESET [TARGET...]: says nothing when there is nothing to do.
+build() {
+    local tree=$root/build/$1
+    local ninja=(ninja -C "$tree" "${@:2}")
+    if [ ! -e "$tree/build.ninja" ]; then
+        (cd "$root" && cmake --preset "$1" --log-level=WARNING) >&2
+    fi
+    "${ninja[@]}" -n | grep -q 'no work to do' || "${ninja[@]}" >&2
+}
+
+# run_tests PRESET [CTEST-OPTION...]
+run_tests() {
+    (cd "$root" && ctest --preset "$@")
+}

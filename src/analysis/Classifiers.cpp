@@ -1,0 +1,155 @@
+#include "analysis/Classifiers.h"
+
+#include <array>
+
+#include "analysis/PartWalker.h"
+#include "text/ByteScan.h"
+#include "text/CharClass.h"
+#include "text/StringHelpers.h"
+
+namespace {
+
+struct Keyword {
+    std::string_view word;
+    FirstWordMeaning meaning;
+};
+
+constexpr Keyword kKeywords[] = {
+    {"if", FirstWordMeaning::Logic},         {"else", FirstWordMeaning::Logic},
+    {"switch", FirstWordMeaning::Logic},     {"try", FirstWordMeaning::Logic},
+    {"catch", FirstWordMeaning::Logic},      {"using", FirstWordMeaning::Defines},
+    {"#include", FirstWordMeaning::Defines}, {"import", FirstWordMeaning::Defines},
+    {"package", FirstWordMeaning::Defines},  {"#define", FirstWordMeaning::Defines},
+    {"while", FirstWordMeaning::Loop},       {"for", FirstWordMeaning::Loop},
+    {"foreach", FirstWordMeaning::Loop},
+};
+
+// Most texts begin with the first character of none.
+constexpr std::array<bool, 256> kBeginsKeyword = [] {
+    std::array<bool, 256> begins{};
+    for (const Keyword& keyword : kKeywords) {
+        begins[static_cast<unsigned char>(keyword.word[0])] = true;
+    }
+    return begins;
+}();
+
+// What a part means to the two questions below.
+enum class Mark : unsigned char {
+    None,
+    Other,
+    Letter,
+    Assign,
+    AssignSum,
+    Parenthesis,
+    Opening,
+    Dot
+};
+
+Mark MarkOf(std::string_view part) {
+    if (part.empty()) return Mark::None;
+    if (IsAsciiLetter(part[0])) return Mark::Letter;
+    if (part.size() == 2 && part[1] == '=' && (part[0] == '+' || part[0] == '-')) {
+        return Mark::AssignSum;
+    }
+    if (part.size() > 1) return Mark::Other;
+    switch (part[0]) {
+        case '=': return Mark::Assign;
+        case '(': return Mark::Parenthesis;
+        case '[':
+        case '<': return Mark::Opening;
+        case '.': return Mark::Dot;
+        default: return Mark::Other;
+    }
+}
+
+// Whether any of the characters stands in the rest of a text: without them no part there matters.
+bool HasAny(std::string_view rest, std::string_view characters) {
+    return FindWhere(rest, 0, [characters](Bytes16 bytes) { return bytes.IsOneOf(characters); }) <
+           rest.size();
+}
+
+// At least two parts before the first "(", none of them an assignment, and no "." anywhere.
+struct FunctionQuestion {
+    bool impossible;
+    bool parenthesis = false;
+
+    FunctionQuestion(Mark first, Mark second) : impossible(Forbids(first) || Forbids(second)) {}
+
+    static bool Forbids(Mark mark) {
+        return mark == Mark::None || mark == Mark::Parenthesis || mark == Mark::Dot ||
+               mark == Mark::Assign || mark == Mark::AssignSum;
+    }
+
+    void Look(Mark mark) {
+        if (mark == Mark::Parenthesis) parenthesis = true;
+        if (mark == Mark::Dot || (!parenthesis && Forbids(mark))) impossible = true;
+    }
+};
+
+// A type and a name, and no "(" before a "="; or a type and "[" or "<", and no "=" at all.
+struct VariableQuestion {
+    bool named;
+    bool answer;
+    bool decided;
+
+    VariableQuestion(Mark first, Mark second)
+        : named(second == Mark::Letter),
+          answer(first == Mark::Letter && (named || second == Mark::Opening)),
+          decided(!answer) {}
+
+    void Look(Mark mark) {
+        if (decided) return;
+        decided = mark == Mark::Assign || (named && mark == Mark::Parenthesis);
+        if (decided) answer = named && mark == Mark::Assign;
+    }
+};
+
+}  // namespace
+
+FirstWordMeaning MeaningOfFirstWord(std::string_view text) {
+    if (text.empty() || !kBeginsKeyword[static_cast<unsigned char>(text[0])]) {
+        return FirstWordMeaning::Other;
+    }
+    const std::string_view first = FirstWord(text);
+    for (const auto& [word, meaning] : kKeywords) {
+        if (word == first) return meaning;
+    }
+    return FirstWordMeaning::Other;
+}
+
+bool DetectLogic(std::string_view text) {
+    return MeaningOfFirstWord(text) == FirstWordMeaning::Logic || OutsideStringMatch(text, "==");
+}
+
+bool DetectLoop(std::string_view text) {
+    return MeaningOfFirstWord(text) == FirstWordMeaning::Loop;
+}
+
+bool DetectDefines(std::string_view text) {
+    return MeaningOfFirstWord(text) == FirstWordMeaning::Defines;
+}
+
+bool DetectReturnDeclaration(std::string_view text) { return PartWalker(text).Next() == "return"; }
+
+bool DetectFunctionDeclaration(std::string_view text) { return AskParts(text).function; }
+
+bool DetectVariableDeclaration(std::string_view text) { return AskParts(text).variable; }
+
+Declares AskParts(std::string_view text) {
+    PartWalker walker(text);
+    const std::string_view first = walker.Next();
+    const Mark firstMark = MarkOf(first);
+    const Mark secondMark = MarkOf(walker.Next());
+    FunctionQuestion function(firstMark, secondMark);
+    VariableQuestion variable(firstMark, secondMark);
+    bool more = HasAny(walker.Rest(), "(=.");
+    while (more && (!function.impossible || !variable.decided)) {
+        const Mark mark = MarkOf(walker.Next());
+        if (mark == Mark::None) break;
+        function.Look(mark);
+        variable.Look(mark);
+        // Parameter lists are long, and most have no dot.
+        if (mark == Mark::Parenthesis && variable.decided) more = HasAny(walker.Rest(), ".");
+    }
+    return {first == "return", !function.impossible && function.parenthesis, variable.answer};
+}

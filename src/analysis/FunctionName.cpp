@@ -1,0 +1,24 @@
+#include "analysis/FunctionName.h"
+
+#include "text/StringHelpers.h"
+
+std::string functionName(std::string_view text) {
+    // What stands before the parameter list, without a generic return type and pointer stars.
+    std::string_view header = text.substr(0, text.find('('));
+    header = header.substr(header.find('>') + 1);  // the whole header where there is none
+    std::string kept(header);
+    replaceAll(kept, "*", "");
+
+    // The last word with its blank, without an owner before a dot.
+    std::string_view name = TrimAndReduceInPlace(kept);
+    const std::size_t blank = name.rfind(' ');
+    if (blank != std::string_view::npos) {
+        name = name.substr(blank);
+        const std::size_t dot = name.rfind('.');
+        if (dot != std::string_view::npos) name = name.substr(dot);
+    }
+
+    // Without the function's own generic parameters.
+    name = name.substr(0, name.find('<'));
+    return TrimAndReduce(name);
+}

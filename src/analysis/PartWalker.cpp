@@ -1,0 +1,94 @@
+#include "analysis/PartWalker.h"
+
+#include <array>
+#include <bit>
+
+#include "text/ByteScan.h"
+#include "text/CharClass.h"
+
+namespace {
+
+enum class Kind : unsigned char { Word, Space, Quote, Single, Dot, Comparison, Arithmetic };
+
+constexpr std::array<Kind, 256> kKinds = [] {
+    std::array<Kind, 256> kinds{};
+    const auto set = [&kinds](std::string_view characters, Kind kind) {
+        for (const char c : characters) kinds[static_cast<unsigned char>(c)] = kind;
+    };
+    set(" \t\n\v\f\r", Kind::Space);
+    set("'\"", Kind::Quote);
+    set(":();[]{},", Kind::Single);
+    set(".", Kind::Dot);
+    set("><=", Kind::Comparison);
+    set("+*%/-", Kind::Arithmetic);
+    return kinds;
+}();
+
+constexpr Kind KindOf(char c) { return kKinds[static_cast<unsigned char>(c)]; }
+
+// The readers below work on a cursor of their own and give back where the part ends.
+
+std::size_t SkipSpace(std::string_view text, std::size_t at) {
+    while (at < text.size() && KindOf(text[at]) == Kind::Space) ++at;
+    return at;
+}
+
+std::size_t SkipLiteral(std::string_view text, std::size_t at, char quote) {
+    while (at < text.size()) {
+        const char c = text[at++];
+        if (c == quote) break;
+        if (c == '\\' && at < text.size()) ++at;
+    }
+    return at;
+}
+
+std::size_t SkipOperator(std::string_view text, std::size_t at) {
+    for (; at < text.size(); ++at) {
+        const Kind kind = KindOf(text[at]);
+        const bool joins = kind == Kind::Comparison ||
+                           (kind == Kind::Arithmetic && KindOf(text[at - 1]) == Kind::Arithmetic);
+        if (!joins) break;
+    }
+    return at;
+}
+
+// The letters, digits and '_' that most words are made of, 16 at a time; some may be left.
+std::size_t SkipIdentifier(std::string_view text, std::size_t at) {
+    for (; at + Bytes16::kSize <= text.size(); at += Bytes16::kSize) {
+        const unsigned others = ~Bytes16::Load(text.data() + at).AreIdentifier().Mask() & 0xFFFF;
+        if (others != 0) return at + static_cast<unsigned>(std::countr_zero(others));
+    }
+    return at;
+}
+
+std::size_t SkipWord(std::string_view text, std::size_t at) {
+    while (true) {
+        at = SkipIdentifier(text, at);
+        while (at < text.size() && KindOf(text[at]) == Kind::Word) ++at;
+        if (at == text.size() || text[at] != '.' || !IsAsciiDigit(text[at - 1])) return at;
+        ++at;
+    }
+}
+
+}  // namespace
+
+std::string_view PartWalker::Next() {
+    const std::size_t start = SkipSpace(text_, position_);
+    position_ = start;
+    if (start == text_.size()) return {};
+    const char first = text_[start];
+    position_ = start + 1;
+    switch (KindOf(first)) {
+        case Kind::Quote: position_ = SkipLiteral(text_, position_, first); break;
+        case Kind::Comparison:
+        case Kind::Arithmetic: position_ = SkipOperator(text_, position_); break;
+        case Kind::Word: position_ = SkipWord(text_, position_); break;
+        default: break;
+    }
+    return text_.substr(start, position_ - start);
+}
+
+void PartsList(std::string_view text, std::vector<std::string>& parts) {
+    PartWalker walker(text);
+    for (auto part = walker.Next(); !part.empty(); part = walker.Next()) parts.emplace_back(part);
+}

@@ -1,0 +1,37 @@
+// Splits the text of one statement into parts: words (identifiers, keywords, numbers), single
+// punctuation characters, runs of operator characters, and quoted literals. No grammar: it looks
+// at one character at a time and never fails.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Yields the parts one after another, each a view into the text. Joined they give the text
+/// without the white space outside its literals.
+///
+///   literal   '...' or "..." with its quotes; a backslash escapes the next character; one that
+///             never closes runs to the end
+///   single    : ( ) ; [ ] { } ,   and a '.' that no digit precedes
+///   operator  a run of > < = + * % / -, in which + * % / - only follow one another:
+///             "==", "+=", "=>", "<<=", but "=" "-"
+///   word      a run of all other characters, '!' '&' '|' included, that may hold a '.' behind a
+///             digit: "3.14", "a&&b", but "!" "=" in "a != b"
+class PartWalker {
+  public:
+    explicit PartWalker(std::string_view text) : text_(text) {}
+
+    /// The next part; empty after the last one.
+    std::string_view Next();
+
+    /// What has not been looked at yet.
+    std::string_view Rest() const { return text_.substr(position_); }
+
+  private:
+    std::string_view text_;
+    std::size_t position_ = 0;
+};
+
+/// Appends the text's parts to `parts`.
+void PartsList(std::string_view text, std::vector<std::string>& parts);

@@ -1,0 +1,325 @@
+// The preprocessor pass of the cleaner. Conditions are not expressions: an operand is looked up as
+// one string, so without defined symbols only "#ifndef" sections and "#else" branches are kept.
+#include <algorithm>
+#include <optional>
+#include <unordered_set>
+#include <utility>
+
+#include "cleaner/Cleaner.h"
+#include "process/Traces.h"
+#include "text/BlockScan.h"
+#include "text/CharClass.h"
+#include "text/RunCopy.h"
+#include "text/StringHelpers.h"
+
+namespace {
+
+constexpr bool IsPrintable(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= 32 && byte <= 127;
+}
+
+struct LineBytes {
+    LineBytes() = default;
+    explicit LineBytes(const Block64& block)
+        : notBlank(~block.Is(' ')), notPrintable(block.IsBelow(' ')) {}
+
+    ByteMask notBlank = 0;
+    ByteMask notPrintable = 0;  // line feeds among them
+};
+
+// A directive line: its keyword with the '#', and the rest of it.
+struct Directive {
+    std::optional<std::string> keyword;
+    std::optional<std::string> operand;
+};
+
+// Only '#' and letters count, so "# if" is "#if"; a '(' ends the keyword without a blank, even when
+// there is nothing to end. None where a letter comes before any '#'. Sets `end` behind it.
+std::optional<std::string> ReadKeyword(std::string_view line, std::size_t& end) {
+    std::string keyword;
+    for (end = 0; end < line.size(); ++end) {
+        const char c = line[end];
+        if (c == ' ' && keyword.size() > 1) return keyword;
+        if (IsAsciiLetter(c) && keyword.empty()) return std::nullopt;
+        if (c == '#' || IsAsciiLetter(c)) keyword.push_back(c);
+        const bool opens = c != '#' && c != ' ' && line.substr(end, 2).back() == '(';
+        if (opens) {
+            ++end;
+            return keyword;
+        }
+    }
+    return keyword.empty() ? std::nullopt : std::optional(keyword);
+}
+
+// Without the blanks before its first letter or '('.
+std::optional<std::string> ReadOperand(std::string_view rest) {
+    std::string operand;
+    bool begun = false;
+    for (const char c : rest) {
+        begun = begun || c == '(' || IsAsciiLetter(c);
+        if (begun || c != ' ') operand.push_back(c);
+    }
+    if (operand.empty()) return std::nullopt;
+    return std::string(trim(operand));
+}
+
+Directive ReadDirective(std::string_view line) {
+    std::size_t end = 0;
+    Directive directive{ReadKeyword(line, end), std::nullopt};
+    if (directive.keyword) directive.operand = ReadOperand(line.substr(end));
+    return directive;
+}
+
+// Whether the branch that the directive opens is active. `previousState` is the state of the branch
+// before it.
+bool IsActive(const Directive& directive, int previousState,
+              const std::vector<std::string>& definedSymbols) {
+    if (!directive.keyword || previousState == -1) return false;
+    const std::string& keyword = *directive.keyword;
+    const bool defined =
+        directive.operand && std::find(definedSymbols.begin(), definedSymbols.end(),
+                                       *directive.operand) != definedSymbols.end();
+    if (keyword == "#include" || keyword == "#define") return true;
+    if (keyword == "#ifdef" || keyword == "#if") return defined;
+    if (keyword == "#ifndef") return !defined;
+    if (keyword == "#elif") return previousState == 0 && defined;
+    if (keyword == "#else") return previousState == 0;
+    return false;
+}
+
+// The traces of long lines: for each byte beyond the fiftieth the line so far. They are gathered
+// while they are small and writing each would cost more than it does; none are made for nobody.
+class LineTraces {
+  public:
+    void Add(std::string_view line) {
+        constexpr std::size_t kSmall = 4096;
+        if (!discarded_) discarded_ = TracesAreDiscarded();
+        if (*discarded_) return;
+        if (line.size() < kSmall) {
+            gathered_.append("[[").append(line).append("]]\n");
+            if (gathered_.size() > 16 * kSmall) Flush();
+            return;
+        }
+        Flush();
+        Trace("[[");
+        Trace(line);
+        Trace("]]\n");
+    }
+
+    void Flush() {
+        Trace(gathered_);
+        gathered_.clear();
+    }
+
+  private:
+    std::string gathered_;
+    std::optional<bool> discarded_;  // asked with the first trace
+};
+
+class PreprocessorPass {
+  public:
+    PreprocessorPass(std::string_view text, std::vector<std::string> definedSymbols,
+                     std::vector<std::string>& defines, SourceMap* map)
+        : text_(text),
+          kept_(text, map),
+          definedSymbols_(std::move(definedSymbols)),
+          defines_(defines),
+          known_(defines.begin(), defines.end()) {}
+
+    std::string Run() {
+        while (position_ < text_.size()) {
+            if (lineStart_ && holding_ && pending_.empty()) TakePlainLines();
+            if (position_ == text_.size()) break;
+            if (text_[position_] == '\n') {
+                EndLine();
+            } else if (IsPrintable(text_[position_])) {
+                TakeRun();
+            } else {
+                ++position_;
+            }
+        }
+        return kept_.Take();
+    }
+
+  private:
+    // An open conditional section, or the file itself at the bottom of the stack. A level is only
+    // ever active above an active one.
+    struct Level {
+        bool active = true;
+        bool branchTaken = false;  // an "#elif" has seen an active branch before it
+    };
+
+    bool InSection() const { return levels_.size() > 1; }
+    bool Emitting() const { return levels_.back().active; }
+
+    // Lines that hold no directive, as long as they come: their leading blanks would be held, and
+    // thrown away at the first character behind them, and the next line starts like the one before.
+    // More than fifty blanks leave a trace; blanks alone change how the next line starts.
+    void TakePlainLines() {
+        const bool emitting = Emitting();
+        std::size_t line = position_;
+        while (line < text_.size()) {
+            const std::size_t start = scan_.Find(line, &LineBytes::notBlank);
+            const std::size_t end = scan_.Find(start, &LineBytes::notPrintable);
+            if (end == text_.size() || text_[end] != '\n' || text_[start] == '#') break;
+            if (start != line && (start == end || start - line > kUntraced)) break;
+            kept_.Keep(emitting ? start : end, end + 1);
+            line = end + 1;
+        }
+        position_ = line;
+    }
+
+    // Takes the leading blanks of a line, or what follows them up to the line's end.
+    void TakeRun() {
+        const char first = text_[position_];
+        const bool blanks = lineStart_ && first == ' ';
+        if (lineStart_ && !blanks) StartLineWith(first);
+        const std::size_t end =
+            scan_.Find(position_, blanks ? &LineBytes::notBlank : &LineBytes::notPrintable);
+        if (holding_) {
+            Hold(text_.substr(position_, end - position_));
+        } else if (Emitting()) {
+            kept_.Keep(position_, end);
+        }
+        position_ = end;
+    }
+
+    // The first character behind a line's blanks tells a directive from a line to be released,
+    // which loses the blanks that were held.
+    void StartLineWith(char first) {
+        holding_ = first == '#';
+        if (!holding_) pending_.clear();
+        lineStart_ = false;
+    }
+
+    void Hold(std::string_view run) {
+        if (pending_.size() + run.size() <= kUntraced) {
+            pending_.append(run);
+            return;
+        }
+        for (const char c : run) {
+            pending_.push_back(c);
+            if (pending_.size() > kUntraced) traces_.Add(pending_);
+        }
+        traces_.Flush();
+    }
+
+    void EndLine() {
+        kept_.Put('\n', position_++);
+        if (pending_.empty()) {
+            Expect(true);
+            return;
+        }
+        // A backslash at the end goes on with the directive on the next line.
+        if (rtrim(pending_).ends_with('\\')) return;
+        Obey(ReadDirective(pending_));
+        pending_.clear();
+    }
+
+    // The next line starts anew; while it is held, its leading blanks can still be thrown away.
+    void Expect(bool held) {
+        lineStart_ = true;
+        holding_ = held;
+    }
+
+    // What a held line does, by its keyword, and how the next line starts.
+    void Obey(const Directive& directive) {
+        if (!directive.keyword) {
+            Expect(false);
+            return;
+        }
+        const std::string& keyword = *directive.keyword;
+        if (keyword == "#if" || keyword == "#ifdef" || keyword == "#ifndef") {
+            OpenSection(directive);
+            AddOperand(directive);
+        } else if (keyword == "#elif") {
+            ContinueSection(directive);
+            AddOperand(directive);
+            Expect(true);
+        } else if (keyword == "#else") {
+            TurnSection();
+            Expect(false);
+        } else if (keyword == "#endif") {
+            if (InSection()) levels_.pop_back();
+            Expect(true);
+        } else {
+            Expect(keyword != "#include");
+        }
+    }
+
+    // Inside an inactive section the line start is not set again, so the whole next line is held
+    // and examined like a directive.
+    void OpenSection(const Directive& directive) {
+        holding_ = true;
+        Level level;
+        if (Emitting()) {
+            level.active = IsActive(directive, 1, definedSymbols_);
+            lineStart_ = true;
+        } else {
+            level.active = false;
+        }
+        levels_.push_back(level);
+    }
+
+    // "#elif": active when no branch before it was, its symbol is defined, and the level below is
+    // active.
+    void ContinueSection(const Directive& directive) {
+        if (!InSection()) return;
+        Level& level = levels_.back();
+        level.branchTaken = level.branchTaken || level.active;
+        level.active =
+            BelowIsActive() && IsActive(directive, level.branchTaken ? 1 : 0, definedSymbols_);
+    }
+
+    // "#else": flips its section, unless a chain of "#elif" was taken already.
+    void TurnSection() {
+        if (!InSection()) return;
+        Level& level = levels_.back();
+        level.active = BelowIsActive() && !level.branchTaken && !level.active;
+    }
+
+    bool BelowIsActive() const { return levels_[levels_.size() - 2].active; }
+
+    void AddOperand(const Directive& directive) {
+        if (directive.operand && known_.insert(*directive.operand).second) {
+            defines_.push_back(*directive.operand);
+        }
+    }
+
+    static constexpr std::size_t kUntraced = 50;  // bytes of a held line
+
+    const std::string_view text_;
+    BlockScan<LineBytes> scan_{text_};
+    std::size_t position_ = 0;  // of the byte that is read
+    RunCopy kept_;
+    const std::vector<std::string> definedSymbols_;
+    std::vector<std::string>& defines_;
+    std::unordered_set<std::string> known_;  // the entries of `defines_`
+    std::string pending_;                    // the current line as far as it is held back
+    LineTraces traces_;
+    bool lineStart_ = true;  // only blanks were seen on the current line
+    bool holding_ = true;    // characters go to the pending line instead of the output
+    std::vector<Level> levels_{Level{}};
+};
+
+}  // namespace
+
+std::string Cleaner::PreProcessorSimulation(std::string_view text,
+                                            std::vector<std::string> definedSymbols,
+                                            std::vector<std::string>& defines,
+                                            SourceMap* map) const {
+    return PreprocessorPass(text, std::move(definedSymbols), defines, map).Run();
+}
+
+void Cleaner::CleanerPartsList(std::string_view line, std::vector<std::string>& parts) const {
+    Directive directive = ReadDirective(line);
+    if (directive.keyword) parts.push_back(*std::move(directive.keyword));
+    if (directive.operand) parts.push_back(*std::move(directive.operand));
+}
+
+bool Cleaner::GetPreProcessorDirectiveActiveState(
+    std::string_view line, int previousState,
+    const std::vector<std::string>& definedSymbols) const {
+    return IsActive(ReadDirective(line), previousState, definedSymbols);
+}

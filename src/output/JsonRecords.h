@@ -1,0 +1,33 @@
+// Renders records as a JSON array, byte for byte as hosts expect it. Texts are escaped by a
+// backslash before a double quote, an apostrophe or a backslash; every other byte is written raw.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "output/RecordClassification.h"
+#include "output/TextBuffer.h"
+#include "tree/ObjectBranch.h"
+
+/// About the size of the text for a root and so many nodes in all.
+std::size_t EstimateSize(const ObjectBranch& root, std::size_t nodes);
+
+/// Writes one array: construct, `Add` each record in order, `Finish` once.
+class JsonRecords {
+  public:
+    /// The text must outlive the writer.
+    explicit JsonRecords(TextBuffer& text);
+
+    /// Writes the record; ids of its node's parent and children are read through the tree.
+    void Add(const Record& record);
+
+    void Finish();
+
+  private:
+    std::string_view PathMember(std::string_view path);
+
+    TextBuffer& text_;
+    bool first_ = true;
+    std::string_view path_;   // of the last record; all records of a file share one
+    std::string pathMember_;  // what is written for it
+};

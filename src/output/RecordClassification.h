@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "tree/ObjectBranch.h"
+
+/// What the output says of a node.
+struct Record {
+    const ObjectBranch& node;
+    std::string_view kind;           ///< Final kind name.
+    std::string_view contents;       ///< The node's text, or of a class the bare name.
+    std::string_view tags;           ///< Raw fragment of JSON array elements.
+    std::string simpleFunctionName;  ///< Bare name of a declared function.
+};
+
+/// The node's record: its final kind name, and with it the simple name of a function, the tag of a
+/// variable declaration, or the bare name of a class as its contents. The tree does not change: the
+/// kind of a parent is the one that the scan and the passes gave it, whatever its own record says.
+/// A root keeps its kind. The views are valid as long as the node's.
+Record ClassifyRecord(const ObjectBranch& node);

@@ -1,0 +1,40 @@
+#include "output/TextBuffer.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+#include <utility>
+
+#include "process/HugePages.h"
+
+TextBuffer::TextBuffer(std::size_t capacity) {
+    Resize(capacity);
+    AskForHugePages(begin_, capacity);
+}
+
+TextBuffer::~TextBuffer() { std::free(begin_); }
+
+char* TextBuffer::Release() {
+    constexpr std::string_view kEnd{"\0", 1};
+    Writer(*this).Put(kEnd);
+    // A block that is nearly full goes out as it is: cutting it would make the allocator fetch the
+    // next one of its kind from the system again.
+    const std::size_t size = View().size();
+    if (static_cast<std::size_t>(limit_ - begin_) > size + size / 8) Resize(size);
+    end_ = limit_ = nullptr;
+    return std::exchange(begin_, nullptr);
+}
+
+void TextBuffer::Grow(std::size_t bytes) {
+    const std::size_t half = static_cast<std::size_t>(limit_ - begin_) / 2;
+    Resize(View().size() + std::max(bytes, half));
+}
+
+void TextBuffer::Resize(std::size_t capacity) {
+    const std::size_t size = View().size();
+    void* const block = std::realloc(begin_, capacity);
+    if (block == nullptr) throw std::bad_alloc();
+    begin_ = static_cast<char*>(block);
+    end_ = begin_ + std::min(size, capacity);
+    limit_ = begin_ + capacity;
+}

@@ -1,0 +1,79 @@
+// A text that grows in one block of the C allocator, so that it can be handed to a C host as it
+// stands, without a copy.
+#pragma once
+
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "text/StringHelpers.h"
+
+class TextBuffer {
+  public:
+    /// Makes room for so many bytes at once; a good guess spares growing. Throws std::bad_alloc.
+    explicit TextBuffer(std::size_t capacity);
+    TextBuffer(const TextBuffer&) = delete;
+    TextBuffer& operator=(const TextBuffer&) = delete;
+    ~TextBuffer();
+
+    class Writer;
+
+    std::string_view View() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
+
+    /// Hands out the text, NUL-terminated, in a block that the caller releases with `free`; the
+    /// buffer is empty afterwards. Throws std::bad_alloc.
+    char* Release();
+
+  private:
+    void Grow(std::size_t bytes);
+    void Resize(std::size_t capacity);
+
+    char* begin_ = nullptr;
+    char* end_ = nullptr;
+    char* limit_ = nullptr;
+};
+
+/// Appends to a buffer as long as it lives, which nobody else does meanwhile. Every verb makes the
+/// room that it needs; all of them throw nothing but std::bad_alloc. The place to write at is its
+/// own until then: the bytes written could be the buffer's fields as far as a compiler knows, which
+/// it would read again after each.
+class TextBuffer::Writer {
+  public:
+    explicit Writer(TextBuffer& buffer)
+        : buffer_(buffer), end_(buffer.end_), limit_(buffer.limit_) {}
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
+    ~Writer() { buffer_.end_ = end_; }
+
+    void Put(std::string_view text) {
+        MakeRoom(text.size());
+        end_ += text.copy(end_, text.size());
+    }
+
+    /// In plain decimal.
+    void PutNumber(std::int32_t value) {
+        constexpr std::size_t kMostDigits = 11;  // with the sign
+        MakeRoom(kMostDigits);
+        end_ = std::to_chars(end_, limit_, value).ptr;
+    }
+
+    /// As `EscapeString` does it.
+    void PutEscaped(std::string_view text) {
+        MakeRoom(2 * text.size());
+        end_ = WriteEscaped(text, end_);
+    }
+
+  private:
+    void MakeRoom(std::size_t bytes) {
+        if (bytes <= static_cast<std::size_t>(limit_ - end_)) return;
+        buffer_.end_ = end_;
+        buffer_.Grow(bytes);
+        end_ = buffer_.end_;
+        limit_ = buffer_.limit_;
+    }
+
+    TextBuffer& buffer_;
+    char* end_;
+    char* limit_;
+};

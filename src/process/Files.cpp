@@ -1,0 +1,93 @@
+#include "process/Files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+
+#include "process/HugePages.h"
+
+#ifndef O_BINARY
+#define O_BINARY 0  // only Windows translates line ends
+#endif
+#ifndef O_CLOEXEC
+#define O_CLOEXEC 0  // only Windows has no exec
+#endif
+
+namespace {
+
+// A system call that a signal interrupted is made again: the host may have handlers of its own.
+template <typename Call>
+auto Retried(Call call) {
+    while (true) {
+        const auto result = call();
+        if (result >= 0 || errno != EINTR) return result;
+    }
+}
+
+class Descriptor {
+  public:
+    explicit Descriptor(const std::string& path, int flags)
+        : number_(Retried([&] { return open(path.c_str(), flags | O_BINARY | O_CLOEXEC, 0666); })) {
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (IsOpen()) close(number_);
+    }
+
+    bool IsOpen() const { return number_ >= 0; }
+
+    // How many bytes were read into the room, none at the end of the file or where it cannot be
+    // read.
+    std::size_t Read(char* to, std::size_t room) const {
+        const auto got = Retried([&] { return read(number_, to, room); });
+        return got > 0 ? static_cast<std::size_t>(got) : 0;
+    }
+
+    // How many of the bytes were written, none where it cannot be written.
+    std::size_t Write(std::string_view bytes) const {
+        const auto done = Retried([&] { return write(number_, bytes.data(), bytes.size()); });
+        return done > 0 ? static_cast<std::size_t>(done) : 0;
+    }
+
+    // The size that the file claims, 0 for what has none (pipes, devices). Only a first guess.
+    std::size_t SizeHint() const {
+        struct stat status {};
+        const bool regular = fstat(number_, &status) == 0 && S_ISREG(status.st_mode);
+        return regular ? static_cast<std::size_t>(status.st_size) : 0;
+    }
+
+  private:
+    int number_;
+};
+
+}  // namespace
+
+std::string ReadWholeFile(const std::string& path) {
+    // Most sources fit into the first piece, and need no look at their size.
+    char piece[32768];
+    std::string bytes;
+    const Descriptor file(path, O_RDONLY);
+    if (!file.IsOpen()) return bytes;
+    while (const std::size_t got = file.Read(piece, sizeof piece)) {
+        if (bytes.empty() && got == sizeof piece) {
+            bytes.reserve(file.SizeHint() + 1);
+            AskForHugePages(bytes.data(), bytes.capacity());
+        }
+        bytes.append(piece, got);
+    }
+    return bytes;
+}
+
+void writeafile(std::string_view text, const std::string& path) {
+    const Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
+    if (!file.IsOpen()) return;
+    while (!text.empty()) {
+        const std::size_t done = file.Write(text);
+        if (done == 0) return;
+        text.remove_prefix(done);
+    }
+}

@@ -1,0 +1,218 @@
+#include "text/StringHelpers.h"
+
+#include <bit>
+#include <optional>
+#include <utility>
+
+#include "text/BlockScan.h"
+#include "text/CharClass.h"
+
+namespace {
+
+constexpr std::string_view kPathSeparators = "\\/";
+
+constexpr bool IsReducible(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
+
+Bytes16 NeedBackslash(Bytes16 bytes) { return bytes.Is('"') | bytes.Is('\'') | bytes.Is('\\'); }
+
+// Where reducing changes something first: at a reducible character that is no blank, or a blank
+// before another. The text's size when it is reduced.
+std::size_t FirstUnreduced(std::string_view text) {
+    const std::size_t found = FindPair(text, 0, [](Bytes16 here, Bytes16 next) {
+        return (here.Is(' ') & next.Is(' ')) | here.IsOneOf("\n\r\t");
+    });
+    if (found < text.size() || text.empty()) return found;
+    return IsReducible(text.back()) && text.back() != ' ' ? text.size() - 1 : text.size();
+}
+
+// Reduces the text's own bytes; returns the size that is left.
+std::size_t ReduceInPlace(std::span<char> text) {
+    std::size_t end = FirstUnreduced({text.data(), text.size()});
+    bool inRun = end > 0 && end < text.size() && text[end - 1] == ' ';
+    for (std::size_t i = end; i < text.size(); ++i) {
+        const bool reducible = IsReducible(text[i]);
+        if (!reducible) {
+            text[end++] = text[i];
+        } else if (!inRun) {
+            text[end++] = ' ';
+        }
+        inRun = reducible;
+    }
+    return end;
+}
+
+// `TrimAndReduce` of a text within a block, if there is nothing to reduce.
+std::optional<std::string_view> TrimReduced(std::string_view text, const Block64& block) {
+    const ByteMask all = text.empty() ? 0 : ~ByteMask{0} >> (Block64::kSize - text.size());
+    const ByteMask blanks = block.Is(' ');
+    const ByteMask others = block.IsOneOf("\n\r\t");
+    const ByteMask visible = all & ~(blanks | others | block.IsOneOf("\f\v"));
+    if (visible == 0) return text.substr(0, 0);
+    const auto first = static_cast<unsigned>(std::countr_zero(visible));
+    const auto behind = static_cast<unsigned>(std::bit_width(visible));
+    const ByteMask inner = ~ByteMask{0} << first & ~ByteMask{0} >> (Block64::kSize - behind);
+    if (((others | (blanks & blanks << 1)) & inner) != 0) return std::nullopt;
+    return text.substr(first, behind - first);
+}
+
+// Whether the target, of two characters and more, stands in the text: where its first two do, the
+// rest is compared.
+bool ContainsLonger(std::string_view text, std::string_view target) {
+    const auto firstTwo = [target](Bytes16 here, Bytes16 next) {
+        return here.Is(target[0]) & next.Is(target[1]);
+    };
+    std::size_t at = FindPair(text, 0, firstTwo);
+    while (at < text.size() && !text.substr(at).starts_with(target)) {
+        at = FindPair(text, at + 1, firstTwo);
+    }
+    return at < text.size();
+}
+
+}  // namespace
+
+std::string_view ltrim(std::string_view text) {
+    std::size_t first = 0;
+    while (first < text.size() && IsAsciiSpace(text[first])) ++first;
+    return text.substr(first);
+}
+
+std::string_view rtrim(std::string_view text) {
+    std::size_t end = text.size();
+    while (end > 0 && IsAsciiSpace(text[end - 1])) --end;
+    return text.substr(0, end);
+}
+
+std::string_view trim(std::string_view text) { return rtrim(ltrim(text)); }
+
+std::string ConvertWhiteSpacesToSingleSpace(std::string text) {
+    text.resize(ReduceInPlace(text));
+    return text;
+}
+
+std::string TrimAndReduce(std::string_view text) {
+    std::string copy(text);
+    return std::string(TrimAndReduceInPlace(copy));
+}
+
+std::string_view TrimAndReduceInPlace(std::span<char> text, std::size_t readable) {
+    if (text.size() <= Block64::kSize && readable >= Block64::kSize) {
+        const auto trimmed = TrimReduced({text.data(), text.size()}, Block64(text.data()));
+        if (trimmed) return *trimmed;
+    }
+    // Trimming first is the same and leaves less to reduce: the trim set holds the reduce set.
+    const std::string_view trimmed = trim({text.data(), text.size()});
+    const auto start = static_cast<std::size_t>(trimmed.data() - text.data());
+    const std::span<char> kept = text.subspan(start, trimmed.size());
+    return {kept.data(), ReduceInPlace(kept)};
+}
+
+void replaceAll(std::string& text, std::string_view from, std::string_view to) {
+    if (from.empty()) return;
+    std::size_t found = text.find(from);
+    if (found == std::string::npos) return;
+    if (from.size() == 1 && to.size() == 1) {
+        // Stores to every byte, changed or not: without a branch compilers take many at once.
+        const char before = from[0];
+        const char after = to[0];
+        for (char& c : text) c = c == before ? after : c;
+        return;
+    }
+    std::string replaced;
+    std::size_t copied = 0;
+    for (; found != std::string::npos; found = text.find(from, copied)) {
+        replaced.append(text, copied, found - copied).append(to);
+        copied = found + from.size();
+    }
+    replaced.append(text, copied, std::string::npos);
+    text = std::move(replaced);
+}
+
+std::string_view FirstWord(std::string_view text) {
+    std::size_t end = 0;
+    while (end < text.size() && IsWordCharacter(text[end])) ++end;
+    return text.substr(0, end);
+}
+
+std::string_view LastWord(std::string_view text) { return text.substr(0, text.rfind(' ')); }
+
+std::string_view WithoutBaseClause(std::string_view text) {
+    const std::size_t colon = text.rfind(':');
+    if (colon != std::string_view::npos && colon > 0) text = text.substr(0, colon - 1);
+    const std::size_t blank = text.rfind(' ');
+    if (blank != std::string_view::npos && blank + 1 < text.size()) text = text.substr(blank + 1);
+    return text;
+}
+
+std::string LastWordNoDots(std::string& text) {
+    return text = std::string(WithoutBaseClause(text));
+}
+
+std::string EscapeString(std::string& text) {
+    std::string escaped(2 * text.size(), '\0');
+    escaped.resize(static_cast<std::size_t>(WriteEscaped(text, escaped.data()) - escaped.data()));
+    text = std::move(escaped);
+    return text;
+}
+
+char* WriteEscaped(std::string_view text, char* out) {
+    std::size_t copied = 0;
+    while (true) {
+        const std::size_t found = FindWhere(text, copied, NeedBackslash);
+        out += text.copy(out, found - copied, copied);
+        if (found == text.size()) return out;
+        *out++ = '\\';
+        *out++ = text[found];
+        copied = found + 1;
+    }
+}
+
+bool Contains(std::string_view text, std::string_view target) {
+    return target.size() < 2 ? text.find(target) != std::string_view::npos
+                             : ContainsLonger(text, target);
+}
+
+bool ContainsWord(std::string_view text, std::string_view target) { return Contains(text, target); }
+
+std::int64_t IndexOf(std::string_view text, std::string_view target) {
+    return static_cast<std::int64_t>(text.find(target));
+}
+
+bool OutsideStringMatch(std::string_view text, std::string_view target) {
+    if (!Contains(text, target)) return false;
+    std::int64_t braces = 0;
+    std::int64_t parentheses = 0;
+    std::int64_t angles = 0;
+    bool quoted = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted) continue;
+        switch (c) {
+            case '{': ++braces; continue;
+            case '}': --braces; continue;
+            case '(': ++parentheses; continue;
+            case ')': --parentheses; continue;
+            case '<': ++angles; continue;
+            case '>': --angles; continue;
+            default: break;
+        }
+        if (braces != 0 || parentheses != 0 || angles != 0) continue;
+        if (text.substr(i, target.size()) == target) return true;
+    }
+    return false;
+}
+
+std::string_view FileNameWithExtension(std::string_view path) {
+    // Without a separator the search gives the largest position, and one more is the start.
+    return path.substr(path.find_last_of(kPathSeparators) + 1);
+}
+
+std::string_view FileName(std::string_view path) {
+    const std::string_view name = FileNameWithExtension(path);
+    return name.substr(0, name.rfind('.'));
+}
+
+bool BothAreSpaces(char a, char b) { return a == b && a == ' '; }

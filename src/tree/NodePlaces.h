@@ -1,0 +1,40 @@
+// Where the nodes of a tree stand in the scanned text, for those who ask for it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "text/SourceMap.h"
+
+/// Positions of bytes in the text that was scanned, as it was before the scan moved any.
+struct NodePlace {
+    static constexpr std::size_t kNone = ~std::size_t{0};
+
+    std::size_t begin = kNone;  ///< First byte of its text, or of what made it where it has none.
+    std::size_t end = kNone;    ///< The ';', the '}' or the last byte that ends it.
+};
+
+class NodePlaces {
+  public:
+    /// kNone where the node has no place, or no end because its block was never closed.
+    NodePlace Of(std::int32_t nodeID) const {
+        const auto index = static_cast<std::size_t>(nodeID);
+        return index < places_.size() ? places_[index] : NodePlace{};
+    }
+
+    void Set(std::int32_t nodeID, NodePlace place) { At(nodeID) = place; }
+    void SetEnd(std::int32_t nodeID, std::size_t end) { At(nodeID).end = end; }
+
+    /// What the scan's chunk moves within the text.
+    SourceMap moves;
+
+  private:
+    NodePlace& At(std::int32_t nodeID) {
+        const auto index = static_cast<std::size_t>(nodeID);
+        if (index >= places_.size()) places_.resize(index + 1);
+        return places_[index];
+    }
+
+    std::vector<NodePlace> places_;  // by node id
+};

@@ -1,0 +1,165 @@
+// The one node type of the source tree, its kinds, and the operations on whole trees.
+//
+// Lifetime: a node's texts are views, at literals or at bytes that the owner of the parse keeps,
+// and the nodes below a root live in that owner's memory; see SourceFile. One thread at a time.
+#pragma once
+
+#include <cstdint>
+#include <memory_resource>
+#include <string_view>
+#include <vector>
+
+#include "analysis/Classifiers.h"
+
+/// Kind of a node as a number; 13 is not in use. Other values are allowed and read as "function".
+enum class BranchType : std::int32_t {
+    Filepath = 0,
+    Include = 1,
+    Container = 2,
+    Line = 3,
+    Define = 4,
+    Logic = 5,
+    Function = 6,
+    Class = 7,
+    Namespace = 8,
+    Symbol = 9,
+    Loop = 10,
+    FileRoot = 11,
+    ClassVar = 12,
+    Preprocessor = 14,
+    Error = 15,
+};
+
+/// The kind names that nodes carry and the output shows.
+namespace KindName {
+inline constexpr std::string_view kFilepath = "filepath";
+inline constexpr std::string_view kInclude = "include";
+inline constexpr std::string_view kContainer = "container";
+inline constexpr std::string_view kLine = "line";
+inline constexpr std::string_view kDefine = "define";
+inline constexpr std::string_view kLogic = "logic";
+inline constexpr std::string_view kFunction = "function";
+inline constexpr std::string_view kClass = "class";
+inline constexpr std::string_view kNamespace = "namespace";
+inline constexpr std::string_view kSymbol = "symbol";
+inline constexpr std::string_view kLoop = "loop";
+inline constexpr std::string_view kClassVar = "classvar";
+inline constexpr std::string_view kPreprocessor = "preprocessor";
+inline constexpr std::string_view kNullParentError = "error: NULL parent branch";
+}  // namespace KindName
+
+struct ObjectBranch;
+
+/// A node's children in the order they were appended: a list threaded through the nodes, so that
+/// appending and stepping cost the same for one child and for a million. A copy of the list
+/// refers to the same children.
+struct ChildList {
+    class Iterator {
+      public:
+        explicit Iterator(ObjectBranch* node) : node_(node) {}
+        ObjectBranch* operator*() const { return node_; }
+        Iterator& operator++();
+        bool operator!=(const Iterator& other) const { return node_ != other.node_; }
+
+      private:
+        ObjectBranch* node_;
+    };
+
+    bool empty() const { return first == nullptr; }
+    Iterator begin() const { return Iterator(first); }
+    Iterator end() const { return Iterator(nullptr); }
+
+    ObjectBranch* first = nullptr;
+    ObjectBranch* last = nullptr;
+};
+
+/// A plain structure of pointers, numbers and views: copying copies every field, and a copy refers
+/// to the same children without owning them.
+struct ObjectBranch {
+    ObjectBranch* parent = nullptr;  ///< The node whose `children` hold this one; null for a root.
+    BranchType branchType = BranchType::Filepath;
+    std::int32_t lineNumber = 0;          ///< Source line of the statement or block header, or 0.
+    std::string_view filePath;            ///< Path of the source file.
+    std::string_view contents;            ///< Statement, block header, file name or define list.
+    std::string_view branchTypeAsString;  ///< Kind name, the word that the output shows.
+    std::string_view simpleFunctionName;  ///< Bare name of a declared function; records only.
+    std::int32_t functionID = 0;          ///< -1 on every node made by the creation convention.
+    ChildList children;
+    std::string_view tags;    ///< Raw fragment of JSON array elements.
+    std::int32_t nodeID = 0;  ///< Unique within one parse.
+    bool asked = false;       ///< Whether `declares` is what `AskParts` says of the contents:
+    Declares declares;        ///< asked by one pass, and answered to a later one too.
+    ObjectBranch* nextSibling = nullptr;          ///< The link of the parent's `children`.
+    std::pmr::memory_resource* memory = nullptr;  ///< Where what hangs below it is allocated.
+};
+
+inline ChildList::Iterator& ChildList::Iterator::operator++() {
+    node_ = node_->nextSibling;
+    return *this;
+}
+
+/// A node's kind: the number, and the word that the output shows for it. The two do not always go
+/// together as in `branchTypeAsString`: the global namespace has the number of a fresh node, and
+/// errors show their message.
+struct NodeKind {
+    BranchType type;
+    std::string_view name;
+};
+
+/// The kinds that the scan and the passes give. Records get other names, see RecordClassification.
+namespace Kinds {
+inline constexpr NodeKind kFile{BranchType::FileRoot, KindName::kFilepath};
+inline constexpr NodeKind kGlobalNamespace{BranchType::Filepath, KindName::kNamespace};
+inline constexpr NodeKind kLine{BranchType::Line, KindName::kLine};
+inline constexpr NodeKind kDefine{BranchType::Define, KindName::kDefine};
+inline constexpr NodeKind kContainer{BranchType::Container, KindName::kContainer};
+inline constexpr NodeKind kClassVar{BranchType::ClassVar, KindName::kClassVar};
+inline constexpr NodeKind kClass{BranchType::Class, KindName::kClass};
+inline constexpr NodeKind kDefineList{BranchType::Preprocessor, KindName::kPreprocessor};
+inline constexpr NodeKind kNullParentError{BranchType::Error, KindName::kNullParentError};
+}  // namespace Kinds
+
+inline void SetKind(ObjectBranch& node, const NodeKind& kind) {
+    node.branchType = kind.type;
+    node.branchTypeAsString = kind.name;
+}
+
+/// The default kind name of the node's `branchType`: a literal, "function" for every value without
+/// one.
+std::string_view branchTypeAsString(const ObjectBranch& node);
+
+/// A new value-initialised node at the end of `parent.children`, in the parent's memory. Throws
+/// std::bad_alloc.
+ObjectBranch* AddChild(ObjectBranch& parent);
+
+/// A copy of the text that lives as long as the nodes below `node`. Throws std::bad_alloc.
+std::string_view KeepText(const ObjectBranch& node, std::string_view text);
+
+/// Gives a fresh node the next id of `currentIndex`, and the `functionID` that all nodes have.
+void AssignIdentity(ObjectBranch& node);
+
+/// The creation convention: `AddChild`, identity, and one more in `objectCount`.
+ObjectBranch* MakeNode(ObjectBranch& parent);
+
+/// Takes every descendant off `node`, which is left with an empty list. Their memory goes back with
+/// its owner.
+void FreeChildren(ObjectBranch* node);
+
+/// Appends a copy of `node` and of every node below it to `list`, in pre-order. A copy refers to
+/// the same children without owning them, and can be asked for its subtree like the node itself.
+void AddObjectToVector(const ObjectBranch* node, std::vector<ObjectBranch>* list);
+
+// The steps of a walk over `top`, or a copy of it, and the tree below. They need no stack and no
+// recursion: a file of a million nested blocks is walked like any other.
+
+/// The node after `node` in pre-order, or null after the last one below `top`.
+ObjectBranch* NextInPreOrder(const ObjectBranch* node, const ObjectBranch* top);
+
+/// The same, past everything below `node`.
+ObjectBranch* NextPastSubtree(const ObjectBranch* node, const ObjectBranch* top);
+
+/// The first node in post-order at or below `top`: its leftmost leaf.
+ObjectBranch* FirstInPostOrder(ObjectBranch* top);
+
+/// The node after `node` in post-order (`top` itself comes last), or null after `top`.
+ObjectBranch* NextInPostOrder(ObjectBranch* node, const ObjectBranch* top);

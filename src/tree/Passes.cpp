@@ -1,0 +1,53 @@
+#include "tree/Passes.h"
+
+#include <string>
+
+#include "analysis/Classifiers.h"
+#include "text/StringHelpers.h"
+
+namespace {
+
+void Refine(ObjectBranch& node) {
+    node.declares = AskParts(node.contents);
+    node.asked = true;
+    if (node.declares.returned) {
+        SetKind(node, Kinds::kLine);
+        return;
+    }
+    if (!node.declares.variable) return;
+    // "namespace global" reads like a declaration of `global`.
+    if (node.branchTypeAsString == KindName::kNamespace) return;
+    SetKind(node, Kinds::kClassVar);
+}
+
+}  // namespace
+
+void GenerateInlineFunctions(ObjectBranch* node) {
+    for (ObjectBranch* at = FirstInPostOrder(node); at != nullptr; at = NextInPostOrder(at, node)) {
+        if (at == node || !at->children.empty()) Refine(*at);
+    }
+}
+
+void ExpandClassnames(ObjectBranch* root) {
+    for (ObjectBranch* child : root->children) SpelunkForClasses(child);
+}
+
+void SpelunkForClasses(ObjectBranch* node) {
+    for (ObjectBranch* at = node; at != nullptr;) {
+        if (ContainsWord(at->contents, "class")) {
+            SetKind(*at, Kinds::kClass);
+            at = NextPastSubtree(at, node);
+        } else {
+            at = NextInPreOrder(at, node);
+        }
+    }
+}
+
+void AppendAllDefines(ObjectBranch* root, const std::vector<std::string>& defines) {
+    std::pmr::string list(root->memory);
+    for (const std::string& define : defines) list.append(define).push_back('\n');
+    ObjectBranch* const node = MakeNode(*root);
+    SetKind(*node, Kinds::kDefineList);
+    node->filePath = root->filePath;
+    node->contents = KeepText(*root, trim(list));
+}

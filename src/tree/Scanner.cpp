@@ -1,0 +1,289 @@
+#include "tree/Scanner.h"
+
+#include <bit>
+#include <cassert>
+#include <cstdio>
+
+#include "process/ModuleState.h"
+#include "process/Traces.h"
+#include "text/BlockScan.h"
+#include "text/StringHelpers.h"
+#include "tree/Directives.h"
+
+namespace {
+
+// What a character outside literals does besides growing the chunk. Parentheses and most newlines
+// are only counted.
+enum class Step : unsigned char {
+    None,
+    Literal,
+    StartDirective,
+    Backslash,
+    EndLine,
+    EndStatement,
+    StartAttribute,
+    EndAttribute,
+    OpenBlock,
+    CloseBlock,
+};
+
+constexpr Step StepOf(char c) {
+    switch (c) {
+        case '\'':
+        case '"': return Step::Literal;
+        case '#': return Step::StartDirective;
+        case '\\': return Step::Backslash;
+        case '\n': return Step::EndLine;
+        case ';': return Step::EndStatement;
+        case '[': return Step::StartAttribute;
+        case ']': return Step::EndAttribute;
+        case '{': return Step::OpenBlock;
+        case '}': return Step::CloseBlock;
+        default: return Step::None;
+    }
+}
+
+constexpr std::string_view kSteps = "'\"#\\;{}";
+constexpr std::string_view kBrackets = "[]";  // where attributes are dropped
+
+constexpr bool EveryStepIsFound() {
+    for (int byte = 0; byte < 256; ++byte) {
+        const char c = static_cast<char>(byte);
+        const bool found = (kSteps.find(c) & kBrackets.find(c)) != std::string_view::npos;
+        if ((StepOf(c) != Step::None) != (c == '\n' || found)) return false;
+    }
+    return true;
+}
+static_assert(EveryStepIsFound());
+
+struct ScannedBytes {
+    ScannedBytes() = default;
+    explicit ScannedBytes(const Block64& block)
+        : steps(block.IsOneOf(kSteps)),
+          lineFeeds(block.Is('\n')),
+          opening(block.Is('(')),
+          closing(block.Is(')')) {}
+
+    ByteMask steps = 0;
+    ByteMask lineFeeds = 0;
+    ByteMask opening = 0;
+    ByteMask closing = 0;
+};
+
+// Asked for in few blocks only.
+struct Brackets {
+    Brackets() = default;
+    explicit Brackets(const Block64& block) : found(block.IsOneOf(kBrackets)) {}
+
+    ByteMask found = 0;
+};
+
+struct LiteralBytes {
+    LiteralBytes() = default;
+    explicit LiteralBytes(const Block64& block) : found(block.IsOneOf("'\"\\")) {}
+
+    ByteMask found = 0;
+};
+
+// There are few in a block, and without the instruction for it std::popcount is a call.
+int CountBits(ByteMask mask) {
+    int count = 0;
+    for (; mask != 0; mask &= mask - 1) ++count;
+    return count;
+}
+
+class Scanner {
+  public:
+    explicit Scanner(ScanState& state) : s_(state), text_(state.text.data(), state.text.size()) {}
+
+    ScanStep Run() {
+        while (true) {
+            TakeText();
+            if (s_.position == s_.text.size()) return ScanStep::Continue;
+            if (const ScanStep step = TakeStep(); step != ScanStep::Continue) return step;
+        }
+    }
+
+  private:
+    ScanStep TakeStep() {
+        switch (StepOf(s_.text[s_.position])) {
+            case Step::Literal: TakeLiteral(); break;
+            case Step::StartDirective:
+                if (!StartDirective(s_)) TakeAsText();
+                break;
+            case Step::Backslash:
+                TakeAsText();
+                if (!s_.inAttribute) s_.collected.NoteBackslash();
+                break;
+            case Step::EndLine: return EndLine();
+            case Step::EndStatement:
+                if (s_.parenDepth == 0) return EndStatement();
+                TakeAsText();
+                break;
+            case Step::StartAttribute:
+                if (StartsAttribute()) {
+                    s_.inAttribute = true;
+                    ++s_.position;
+                } else {
+                    TakeAsText();
+                }
+                break;
+            case Step::EndAttribute:
+                if (s_.inAttribute) {
+                    s_.inAttribute = false;
+                    ++s_.position;
+                } else {
+                    TakeAsText();
+                }
+                break;
+            case Step::OpenBlock: OpenBlock(); break;
+            case Step::CloseBlock: return CloseBlock();
+            case Step::None: assert(false); break;
+        }
+        return ScanStep::Continue;
+    }
+
+    // The next characters of the block that do nothing but grow the chunk and count, up to the
+    // first step; newlines are steps only where a directive or a backslash may end with them.
+    ByteMask StepsIn(const ScannedBytes& bytes) {
+        ByteMask steps = bytes.steps;
+        if (s_.inDirective || s_.collected.HasBackslash()) steps |= bytes.lineFeeds;
+        if (!s_.declarationMode) steps |= brackets_.At(s_.position).found;
+        return steps;
+    }
+
+    // Text grows the chunk, up to the next step; in an attribute section it is dropped.
+    void TakeText() {
+        const std::size_t start = s_.position;
+        bool found = false;
+        while (!found && s_.position < s_.text.size()) found = TakeTextOfBlock();
+        s_.position = std::min(s_.position, s_.text.size());
+        if (!s_.inAttribute && s_.position > start) s_.collected.Keep(start, s_.position);
+    }
+
+    // Moves to the block's next step and returns true, or behind the block.
+    bool TakeTextOfBlock() {
+        const ScannedBytes& bytes = blocks_.At(s_.position);
+        const std::size_t offset = s_.position % Block64::kSize;
+        const ByteMask ahead = ~ByteMask{0} << offset;
+        const ByteMask steps = StepsIn(bytes) & ahead;
+        // All bits below the first step, or all.
+        const ByteMask text = steps == 0 ? ahead : ahead & ((steps & (0 - steps)) - 1);
+        s_.lineCounter += CountBits(bytes.lineFeeds & text);
+        s_.parenDepth += CountBits(bytes.opening & text) - CountBits(bytes.closing & text);
+        s_.position += static_cast<std::size_t>(std::countr_zero(steps)) - offset;
+        return steps != 0;
+    }
+
+    // The character at the position is text where it stands.
+    void TakeAsText() {
+        if (!s_.inAttribute) s_.collected.Keep(s_.position, s_.position + 1);
+        ++s_.position;
+    }
+
+    // A literal runs to the next quote of its own kind that no backslash escapes, or to the end of
+    // the text. All of it is plain text, its newlines uncounted, and it counts even in an attribute
+    // section.
+    void TakeLiteral() {
+        const std::size_t start = s_.position;
+        const char quote = s_.text[s_.position++];
+        bool backslash = false;
+        while (true) {
+            s_.position = literals_.Find(s_.position, &LiteralBytes::found);
+            if (s_.position == s_.text.size()) break;
+            const char c = s_.text[s_.position++];
+            if (c == quote) break;
+            if (c != '\\') continue;
+            backslash = true;
+            if (s_.position < s_.text.size()) ++s_.position;
+        }
+        s_.collected.Keep(start, s_.position);
+        if (backslash) s_.collected.NoteBackslash();
+    }
+
+    ScanStep StopWithError(std::string_view message) {
+        Trace(message);
+        AddNode(s_, *s_.root, Kinds::kNullParentError, s_.lineCounter, s_.position - 1);
+        return ScanStep::Stop;
+    }
+
+    ScanStep EndLine() {
+        ++s_.lineCounter;
+        // A backslash continues the line: the newline is swallowed.
+        if (s_.collected.LastWordEndsInBackslash()) {
+            ++s_.position;
+            return ScanStep::Continue;
+        }
+        const DirectiveEnd end = s_.inDirective ? EndDirective(s_) : DirectiveEnd::Unrecognised;
+        if (end == DirectiveEnd::Abandoned) return ScanStep::Abandon;
+        if (end == DirectiveEnd::Unrecognised) TakeAsText();
+        return ScanStep::Continue;
+    }
+
+    ScanStep EndStatement() {
+        ++s_.position;
+        if (s_.collected.IsEmpty()) {
+            // The ';' of "};" closes a struct declaration.
+            s_.inStruct = false;
+            return ScanStep::Continue;
+        }
+        if (s_.current->parent == nullptr) {
+            // The statement takes its id and its count, but a root takes no statements.
+            ++currentIndex;
+            ++objectCount;
+            return StopWithError("zero children. This is not correct.");
+        }
+        AddNode(s_, *s_.current, Kinds::kLine, s_.lineCounter, s_.position - 1);
+        return ScanStep::Continue;
+    }
+
+    bool StartsAttribute() {
+        return !s_.declarationMode && !s_.inAttribute && s_.parenDepth == 0 &&
+               s_.collected.IsBlank();
+    }
+
+    // Whether the block that opens is a declaration ("namespace N", "class A", "else"): a header
+    // without parentheses. A struct is none, and marks what stands in its body.
+    bool OpensDeclaration() {
+        if (s_.inDirective || !s_.declarationMode) return false;
+        const std::string_view header = s_.collected.View();
+        if (ContainsWord(header, "struct")) {
+            if (!Contains(header, "\"") && !Contains(header, "(")) s_.inStruct = true;
+            return false;
+        }
+        return !Contains(header, "(");
+    }
+
+    void OpenBlock() {
+        ++s_.position;
+        const bool declaration = OpensDeclaration();
+        const NodeKind& kind = declaration || s_.inStruct ? Kinds::kDefine : Kinds::kContainer;
+        s_.current =
+            AddNode(s_, *s_.current, kind, declaration ? 0 : s_.lineCounter, NodePlace::kNone);
+    }
+
+    ScanStep CloseBlock() {
+        ++s_.position;
+        if (s_.current->parent == nullptr) {
+            return StopWithError("Null parent branch? This is not right.");
+        }
+        // A last statement without its ';' is given up.
+        LeaveNode(s_, s_.position - 1);
+        s_.collected.Restart(s_.position);
+        return ScanStep::Continue;
+    }
+
+    ScanState& s_;
+    const std::string_view text_;  // as the steps find it: what lies behind the position is edited
+    BlockScan<ScannedBytes> blocks_{text_};
+    BlockScan<Brackets> brackets_{text_};
+    BlockScan<LiteralBytes> literals_{text_};
+};
+
+}  // namespace
+
+ScanStep ScanText(ScanState& scan) {
+    const ScanStep end = Scanner(scan).Run();
+    chunk = std::string(scan.collected.View());  // with no more room than it needs
+    return end;
+}

@@ -1,0 +1,2 @@
+// The C host is C++ as well.
+#include "host.c"

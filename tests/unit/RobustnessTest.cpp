@@ -1,0 +1,66 @@
+// Files that are cut off, damaged or absurdly deep: nothing crashes, leaks, hangs or breaks a
+// promise that holds for all bytes.
+#include <cstdlib>
+#include <random>
+
+#include "tests/support/Corpus.h"
+#include "tests/support/PipelineChecks.h"
+#include "tests/support/QuietStdout.h"
+
+namespace {
+
+using namespace std::literals;
+
+std::string Broken(std::string_view bytes) {
+    const QuietStdout quiet;
+    return BrokenPromise(bytes);
+}
+
+std::vector<std::string> Sources() {
+    std::vector<std::string> sources{ReadText(SAMPLE).substr(0, 1500)};
+    for (const std::string& name : CaseNames()) {
+        sources.push_back(ReadText(std::filesystem::path(CASES) / name));
+    }
+    return sources;
+}
+
+TEST(Robustness, CutAtEveryByte) {
+    for (const std::string& source : Sources()) {
+        for (std::size_t size = 0; size < source.size(); ++size) {
+            ASSERT_EQ(Broken(source.substr(0, size)), "") << source.substr(0, size);
+        }
+    }
+}
+
+// NOISE_SEED in the environment repeats a run.
+TEST(Robustness, OneByteMoreOrLess) {
+    constexpr std::string_view kNoise = "\"'\\\n\r\t\0\x0B\x7F\xFF{}()[];:#/*.=<T "sv;
+    const char* const given = std::getenv("NOISE_SEED");
+    const unsigned long seed = given == nullptr ? std::random_device()() : std::stoul(given);
+    std::fprintf(stderr, "NOISE_SEED=%lu\n", seed);
+    std::mt19937 draw(static_cast<std::mt19937::result_type>(seed));
+    for (const std::string& source : Sources()) {
+        for (int round = 0; round < 300; ++round) {
+            std::string text = source;
+            const std::size_t place = draw() % (text.size() + 1);
+            if (round % 2 == 0) {
+                text.insert(place, 1, kNoise[draw() % kNoise.size()]);
+            } else {
+                text.erase(place, 1);
+            }
+            ASSERT_EQ(Broken(text), "") << text;
+        }
+    }
+}
+
+TEST(Robustness, DeepNesting) {
+    for (const std::string_view unit : {"{", "(", "\"", "#if\n", "{ #region\n"}) {
+        std::string text;
+        for (const std::size_t depth : {100U, 1000U, 100000U}) {
+            while (text.size() < depth * unit.size()) text += unit;
+            EXPECT_EQ(Broken(text), "") << unit << depth;
+        }
+    }
+}
+
+}  // namespace
