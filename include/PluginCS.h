@@ -12,10 +12,10 @@
  *                    no readable file (missing, no permission, a directory, empty, null) gives the
  *                    records of an empty file. When memory runs out, the parse is given up.
  *   Standard output  Each parse writes its traces there, through C stdio: the text without its
- *                    comments behind "the final data is "; for each byte of a directive line
- *                    beyond the fiftieth the line so far in "[[" and "]]"; and messages on
- *                    structural errors. They are flushed with the host's own output, or when
- *                    the host asks for it.
+ *                    comments and attribute sections behind "the final data is "; for each byte
+ *                    beyond the fiftieth of a directive line, or of a line's indentation, the
+ *                    line so far in "[[" and "]]"; and messages on structural errors. They are
+ *                    flushed with the host's own output, or when the host asks for it.
  *   Text             A JSON array with one object a statement or block, NUL-terminated, ASCII
  *                    but for the path. It writes an apostrophe as \' and copies line feeds and
  *                    other control bytes raw: a strict JSON parser needs both repaired first.

@@ -1,7 +1,9 @@
 #include "analysis/PartWalker.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
+#include <iterator>
 
 #include "text/ByteScan.h"
 #include "text/CharClass.h"
@@ -89,6 +91,8 @@ std::string_view PartWalker::Next() {
 }
 
 void PartsList(std::string_view text, std::vector<std::string>& parts) {
+    std::vector<std::string> found;  // the text may be one of `parts`, which move when they grow
     PartWalker walker(text);
-    for (auto part = walker.Next(); !part.empty(); part = walker.Next()) parts.emplace_back(part);
+    for (auto part = walker.Next(); !part.empty(); part = walker.Next()) found.emplace_back(part);
+    std::move(found.begin(), found.end(), std::back_inserter(parts));
 }

@@ -33,5 +33,6 @@ class PartWalker {
     std::size_t position_ = 0;
 };
 
-/// Appends the text's parts to `parts`.
+/// Appends the text's parts to `parts`; the text may be one of them. Part of a fixed interface: no
+/// product code wants the list.
 void PartsList(std::string_view text, std::vector<std::string>& parts);

@@ -82,9 +82,6 @@ class BlockScan {
         return text_.size();
     }
 
-    /// How many bytes of the class stand from `from` up to `end`.
-    std::size_t Count(std::size_t from, std::size_t end, ByteMask Masks::*byteClass);
-
     /// The masks of the block that holds the position.
     const Masks& At(std::size_t position) {
         const std::size_t block = position / Block64::kSize;

@@ -4,6 +4,8 @@
 // class. Every function is defined for every input, the empty text included, keeps no state, is
 // linear in its text, and throws nothing but std::bad_alloc. A function that returns a
 // std::string_view returns a piece of its argument, valid as long as the argument's bytes are.
+// `ConvertWhiteSpacesToSingleSpace`, `LastWord`, `LastWordNoDots`, `IndexOf`, `FileName` and
+// `BothAreSpaces` are part of a fixed interface, and no product code calls them.
 //
 // Three sets of white space are in use, and they differ:
 //   trim set     blank, \n, \r, \t, \f, \v   (`ltrim`, `rtrim`, `trim`, `TrimAndReduce`)
@@ -58,11 +60,8 @@ std::string LastWordNoDots(std::string& text);
 /// as it is. The result is also stored into `text`.
 std::string EscapeString(std::string& text);
 
-/// How many bytes `WriteEscaped` may touch for a text of that size.
-constexpr std::size_t EscapedRoom(std::size_t size) { return 2 * size + 16; }
-
-/// Writes `EscapeString` of the text to `out`, which must have `EscapedRoom` and must not overlap
-/// the text; returns the end of what was written.
+/// Writes `EscapeString` of the text to `out`, which must have room for twice its size and must not
+/// overlap it; returns the end of what was written.
 char* WriteEscaped(std::string_view text, char* out);
 
 /// Whether `target` occurs anywhere in `text`; an empty target always does.

@@ -1,5 +1,8 @@
 // The one node type of the source tree, its kinds, and the operations on whole trees.
 //
+// `branchTypeAsString` of a node and `AddObjectToVector` are part of a fixed interface, and no
+// product code calls them.
+//
 // Lifetime: a node's texts are views, at literals or at bytes that the owner of the parse keeps,
 // and the nodes below a root live in that owner's memory; see SourceFile. One thread at a time.
 #pragma once

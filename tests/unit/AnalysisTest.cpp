@@ -35,6 +35,9 @@ TEST(Analysis, SplitsStatementsIntoParts) {
         PartsList(text, parts);
         EXPECT_EQ(parts, expected) << text;
     }
+    std::vector<std::string> own{"int a = b"};  // moves as it grows
+    PartsList(own[0], own);
+    EXPECT_EQ(own, (std::vector<std::string>{"int a = b", "int", "a", "=", "b"}));
 }
 
 struct ClassifierRow {
