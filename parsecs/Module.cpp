@@ -13,16 +13,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// What to give to the module, which takes a file that it cannot open for an empty one.
-std::string ReadablePath(const std::string& input) {
-    std::string path = input == "-" ? "/dev/stdin" : input;
-    // Opening the file to see would take a pipe from the module.
-    if (access(path.c_str(), R_OK) != 0) throw Failure(kBadUsage, input);
-    if (fs::is_socket(path)) throw Failure(kBadUsage, input, "is a socket");
-    if (fs::is_directory(path)) throw Failure(kBadUsage, input, "is a folder: it needs -o DIR");
-    return path;
-}
-
 bool EndsLikeRecords(const std::string& path) {
     char end[4] = "";
     std::ifstream file(path, std::ios::binary);
@@ -53,6 +43,16 @@ std::string Module::DefaultPath() {
     const fs::path beside = program.replace_filename(MODULE_FILE);
     if (fs::exists(beside, error)) return beside.string();
     return program.replace_filename(INSTALLED_MODULE).lexically_normal().string();
+}
+
+// What to give to the module, which takes a file that it cannot open for an empty one.
+std::string Module::ReadablePath(const std::string& input) {
+    std::string path = input == "-" ? "/dev/stdin" : input;
+    // Opening the file to see would take a pipe from the module.
+    if (access(path.c_str(), R_OK) != 0) throw Failure(kBadUsage, input);
+    if (fs::is_socket(path)) throw Failure(kBadUsage, input, "is a socket");
+    if (fs::is_directory(path)) throw Failure(kBadUsage, input, "is a folder: it needs -o DIR");
+    return path;
 }
 
 std::string_view Module::Text(const std::string& input) const {

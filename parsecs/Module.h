@@ -13,6 +13,9 @@ class Module {
     /// Beside the program, as in a build folder, or else where the installed module lies.
     static std::string DefaultPath();
 
+    /// What to read for the input, which can be opened; a Failure says why not.
+    static std::string ReadablePath(const std::string& input);
+
     /// The text of the file, or of standard input for "-"; valid until the next call.
     std::string_view Text(const std::string& input) const;
 

@@ -8,15 +8,16 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 #include "parsecs/Files.h"
 #include "parsecs/Folder.h"
 #include "parsecs/Module.h"
-#include "parsecs/outline/Outline.h"
+#include "parsecs/outline/Terminal.h"
+#include "parsecs/strict/JsonString.h"
 #include "parsecs/strict/StrictJson.h"
+#include "process/Files.h"
 
 namespace {
 
@@ -76,17 +77,22 @@ int TakeStandardOutput(bool showTraces) {
     return output;
 }
 
-std::string Rendered(const Options& options, const std::string& input, std::string_view text,
-                     int descriptor) {
-    if (!options.strict && !options.outline) return std::string(text);
+std::string Outlined(const std::string& input, int descriptor) {
+    const std::string path = Module::ReadablePath(input);
+    std::string outline;
+    AppendOutline(ParsedFile(path, ReadWholeFile(path)), StyleFor(descriptor), outline);
+    std::fflush(stdout);
+    if (outline.empty()) throw Failure(kNoText, input, "no text came back");
+    return outline;
+}
+
+std::string Rendered(const Options& options, const std::string& input, std::string_view text) {
+    if (!options.strict) return std::string(text);
     std::string strict = StrictJson(text);
-    if (options.outline) return Outline(strict, descriptor);
     if (options.inputs.size() == 1) return strict;
     // Line feeds stand only between tokens: in a string each is an escape by now.
     strict.erase(std::remove(strict.begin(), strict.end(), '\n'), strict.end());
-    constexpr auto kRepair = nlohmann::json::error_handler_t::replace;
-    const std::string name = nlohmann::json(input).dump(-1, ' ', false, kRepair);
-    return "{\"file\": " + name + ", \"records\": " + strict + "}\n";
+    return "{\"file\": " + JsonString(input) + ", \"records\": " + strict + "}\n";
 }
 
 void Deliver(const Options& options, int standardOutput, std::string_view text) {
@@ -103,7 +109,10 @@ void ParseInOrder(const Module& module, const Options& options, int standardOutp
     const int terminal = options.output.empty() ? standardOutput : -1;
     for (const std::string& input : options.inputs) {
         std::string text;
-        const auto parse = [&] { text = Rendered(options, input, module.Text(input), terminal); };
+        const auto parse = [&] {
+            text = options.outline ? Outlined(input, terminal)
+                                   : Rendered(options, input, module.Text(input));
+        };
         // What cannot take this text takes no other: a failure to deliver ends the run.
         if (Attempt(input, parse, failures)) Deliver(options, standardOutput, text);
     }

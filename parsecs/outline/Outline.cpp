@@ -1,31 +1,18 @@
 #include "parsecs/outline/Outline.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
-#include <nlohmann/json.hpp>
-#include <unordered_map>
+#include <string_view>
 
 namespace {
 
-using nlohmann::json;
-
-std::size_t TerminalWidth(int descriptor) {
-    winsize size{};
-    if (ioctl(descriptor, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return SIZE_MAX;
-    return size.ws_col;
-}
-
-// On one line of at most `room` bytes, white space and control bytes as single blanks.
+// On one line of at most `room` bytes.
 std::string Fitted(std::string_view text, std::size_t room) {
     std::string line;
     for (const char byte : text) {
         const bool blank = static_cast<unsigned char>(byte) <= ' ' || byte == '\x7F';
         if (!blank) line += byte;
         if (blank && !line.empty() && line.back() != ' ') line += ' ';
+        if (line.size() > room) break;
     }
     if (line.size() <= room) return line;
     std::size_t cut = std::max<std::size_t>(room, 3) - 3;
@@ -34,60 +21,33 @@ std::string Fitted(std::string_view text, std::size_t room) {
     return line.substr(0, cut) + "...";
 }
 
-bool ShowsColour(int descriptor) {
-    const char* const noColour = std::getenv("NO_COLOR");
-    return isatty(descriptor) != 0 && (noColour == nullptr || *noColour == '\0');
+// A file may nest a hundred thousand deep: the lines of its outline would fill a disk if their
+// indentation did not end somewhere.
+std::string Head(const Row& row) {
+    constexpr std::size_t kNumberWidth = 6;
+    constexpr std::size_t kMostLevels = 20;
+    std::string line = row.begin.line == 0 ? "" : std::to_string(row.begin.line);
+    line.insert(0, kNumberWidth - std::min(kNumberWidth, line.size()), ' ');
+    return line.append(2 + 2 * std::min<std::size_t>(row.depth, kMostLevels), ' ');
 }
 
-std::string Title(const json& record) {
-    if (record.at("parentID") == -1) return record.at("filePath");
-    const std::string name = record.at("simpleFunctionName");
-    return name.empty() ? record.at("contents").get<std::string>() : name;
+void Paint(std::string_view piece, const char* code, bool colour, std::string& out) {
+    if (colour) out.append("\x1B[").append(code).append("m");
+    out += piece;
+    if (colour) out += "\x1B[0m";
 }
-
-struct OutlineWriter {
-    std::size_t width;
-    bool colour;
-    std::string text;
-    std::unordered_map<std::int64_t, std::size_t> depths;  // of the records so far, by id
-
-    void Add(const json& record) {
-        const std::string head = Head(record);
-        const std::string kind = record.at("branchTypeAsString");
-        const std::size_t used = head.size() + kind.size() + 2;
-        text += Painted(head, "2") + Painted(kind, "36") + "  ";
-        text += Fitted(Title(record), width - std::min(width, used)) + '\n';
-    }
-
-    // A file may nest a hundred thousand deep: the lines of its outline would fill a disk if their
-    // indentation did not end somewhere.
-    std::string Head(const json& record) {
-        constexpr std::size_t kNumberWidth = 6;
-        constexpr std::size_t kMostLevels = 20;
-        const std::int64_t parent = record.at("parentID");
-        const std::size_t depth = parent == -1 ? 0 : depths[parent] + 1;
-        depths[record.at("nodeID")] = depth;
-        // Blocks carry no line number.
-        std::string line = record.at("lineNumber") == 0 ? "" : record.at("lineNumber").dump();
-        line.insert(0, kNumberWidth - std::min(kNumberWidth, line.size()), ' ');
-        return line + std::string(2 + 2 * std::min(depth, kMostLevels), ' ');
-    }
-
-    std::string Painted(const std::string& piece, const char* code) const {
-        return colour ? std::string("\x1B[") + code + 'm' + piece + "\x1B[0m" : piece;
-    }
-};
 
 }  // namespace
 
-std::string Outline(std::string_view strict, int descriptor) {
-    OutlineWriter writer{TerminalWidth(descriptor), ShowsColour(descriptor), {}, {}};
-    // Each record is dropped when it has been written: all of them at once would take gigabytes.
-    const auto take = [&writer](int depth, json::parse_event_t event, json& record) {
-        if (depth != 1 || event != json::parse_event_t::object_end) return true;
-        writer.Add(record);
-        return false;
-    };
-    [[maybe_unused]] const json emptied = json::parse(strict, take);
-    return std::move(writer.text);
+void AppendOutline(const ParsedFile& file, OutlineStyle style, std::string& out) {
+    for (const Row& row : file.rows()) {
+        const std::string head = Head(row);
+        const std::size_t used = head.size() + row.kind.size() + 2;
+        const std::size_t room =
+            style.width == 0 ? std::string::npos - 1 : style.width - std::min(style.width, used);
+        Paint(head, "2", style.colour, out);
+        Paint(row.kind, "36", style.colour, out);
+        out += "  ";
+        out.append(Fitted(row.parent == -1 ? file.path() : row.text, room)) += '\n';
+    }
 }

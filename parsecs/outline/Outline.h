@@ -1,10 +1,16 @@
-// The records as an indented tree for reading.
+// The rows as an indented tree for reading.
 #pragma once
 
+#include <cstddef>
 #include <string>
-#include <string_view>
 
-/// One line a record: line number, kind, and the function's name or the text; the first record
-/// shows the file's path. Fits a terminal at the descriptor, which alone gets colours.
-/// `strict` is strict JSON, or an exception is thrown.
-std::string Outline(std::string_view strict, int descriptor);
+#include "parsecs/rows/ParsedFile.h"
+
+struct OutlineStyle {
+    std::size_t width = 0;  ///< Bytes of a line at most, as a terminal shows them; 0: all.
+    bool colour = false;
+};
+
+/// Appends one line a row: the source's line, the kind, and the text; the first row shows the
+/// file's path. White space and control bytes are single blanks.
+void AppendOutline(const ParsedFile& file, OutlineStyle style, std::string& out);

@@ -4,6 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "parsecs/strict/JsonString.h"
+
 namespace {
 
 using std::string_literals::operator""s;
@@ -43,6 +45,15 @@ TEST(StrictJson, RepairsStringsAndNothingElse) {
         EXPECT_EQ(StrictJson(text), expected);
         EXPECT_EQ(StrictJson(expected), expected);
         EXPECT_TRUE(nlohmann::json::accept(expected));
+    }
+}
+
+TEST(JsonString, TakesAnyBytes) {
+    const std::string escaped = "\"a long text before\\\\ \\\"and behind\\\"\"";
+    EXPECT_EQ(JsonString("a long text before\\ \"and behind\""), escaped);
+    for (const Row& row : kRows) {
+        if (row.text.find('\\') != std::string::npos) continue;
+        EXPECT_EQ(JsonString(row.text), '"' + row.strict + '"');
     }
 }
 

@@ -1,0 +1,26 @@
+#include "parsecs/strict/Utf8.h"
+
+namespace {
+
+// The byte at the index, or 0 behind the end.
+unsigned ByteAt(std::string_view text, std::size_t index) {
+    return index < text.size() ? static_cast<unsigned char>(text[index]) : 0;
+}
+
+}  // namespace
+
+// The narrower ranges of the second byte rule out overlong forms, surrogates, and what lies above
+// U+10FFFF.
+std::size_t SequenceLength(std::string_view text) {
+    const unsigned lead = ByteAt(text, 0);
+    if (lead < 0x80) return 1;
+    if (lead < 0xC2 || lead > 0xF4) return 0;
+    const unsigned lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+    const unsigned highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+    if (ByteAt(text, 1) < lowest || ByteAt(text, 1) > highest) return 0;
+    const std::size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    for (std::size_t index = 2; index < length; ++index) {
+        if ((ByteAt(text, index) & 0xC0U) != 0x80) return 0;
+    }
+    return length;
+}

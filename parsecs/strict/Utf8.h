@@ -1,0 +1,11 @@
+// Which bytes are UTF-8, and what stands for those that are not.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+inline constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
+
+/// The length of the UTF-8 sequence that begins the text, or 0. No overlong forms, no surrogates,
+/// nothing above U+10FFFF.
+std::size_t SequenceLength(std::string_view text);
