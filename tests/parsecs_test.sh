@@ -67,7 +67,7 @@ odd=$'src/a\"\n\xFF.cs'
 cp src/a.cs "$odd"
 "$parsecs" --strict src/a.cs "$odd" >out
 [ "$(grep -c '^{"file": "src/a.*, "records": \[.*\]}$' out)" = 2 ] || fail "a line for each file"
-grep -q $'^{"file": "src/a\\\\\\"\\\\n\xEF\xBF\xBD.cs"' out || fail "odd name: $(tail -n 1 out)"
+grep -q $'^{"file": "src/a\\\\\\"\\\\u000a\xEF\xBF\xBD.cs"' out || fail "odd name: $(tail -n 1 out)"
 [ "$(ulimit -s 1024 && "$parsecs" --outline deep.cs | wc -l)" -gt 40000 ] || fail "deep outline"
 "$parsecs" --outline src/sub/b.cs | grep -q "^     1      line  char c = 'x'$" || fail "outline"
 terminal() { script -qec "stty cols 28 && $*" /dev/null </dev/null; }
