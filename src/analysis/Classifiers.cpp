@@ -1,6 +1,7 @@
 #include "analysis/Classifiers.h"
 
 #include <array>
+#include <cstdint>
 
 #include "analysis/PartWalker.h"
 #include "text/ByteScan.h"
@@ -24,14 +25,22 @@ constexpr Keyword kKeywords[] = {
     {"foreach", FirstWordMeaning::Loop},
 };
 
-// Most texts begin with the first character of none.
-constexpr std::array<bool, 256> kBeginsKeyword = [] {
-    std::array<bool, 256> begins{};
+constexpr std::uint32_t BitOf(char c) { return 1U << (static_cast<unsigned char>(c) % 32); }
+
+// By the first character of a keyword, the bits of its second.
+constexpr std::array<std::uint32_t, 256> kSecondCharacters = [] {
+    std::array<std::uint32_t, 256> bits{};
     for (const Keyword& keyword : kKeywords) {
-        begins[static_cast<unsigned char>(keyword.word[0])] = true;
+        bits[static_cast<unsigned char>(keyword.word[0])] |= BitOf(keyword.word[1]);
     }
-    return begins;
+    return bits;
 }();
+
+// No for most texts, and for all that are shorter than a keyword.
+bool MayBeginWithKeyword(std::string_view text) {
+    return text.size() > 1 &&
+           (kSecondCharacters[static_cast<unsigned char>(text[0])] & BitOf(text[1])) != 0;
+}
 
 // What a part means to the two questions below.
 enum class Mark : unsigned char {
@@ -107,9 +116,7 @@ struct VariableQuestion {
 }  // namespace
 
 FirstWordMeaning MeaningOfFirstWord(std::string_view text) {
-    if (text.empty() || !kBeginsKeyword[static_cast<unsigned char>(text[0])]) {
-        return FirstWordMeaning::Other;
-    }
+    if (!MayBeginWithKeyword(text)) return FirstWordMeaning::Other;
     const std::string_view first = FirstWord(text);
     for (const auto& [word, meaning] : kKeywords) {
         if (word == first) return meaning;

@@ -6,11 +6,15 @@ std::string functionName(std::string_view text) {
     // What stands before the parameter list, without a generic return type and pointer stars.
     std::string_view header = text.substr(0, text.find('('));
     header = header.substr(header.find('>') + 1);  // the whole header where there is none
-    std::string kept(header);
-    replaceAll(kept, "*", "");
+    std::string_view name = trim(header);
+    std::string edited;
+    if (Contains(name, "*") || !IsReduced(name)) {
+        edited = name;
+        replaceAll(edited, "*", "");
+        name = TrimAndReduceInPlace(edited);
+    }
 
     // The last word with its blank, without an owner before a dot.
-    std::string_view name = TrimAndReduceInPlace(kept);
     const std::size_t blank = name.rfind(' ');
     if (blank != std::string_view::npos) {
         name = name.substr(blank);
@@ -20,5 +24,5 @@ std::string functionName(std::string_view text) {
 
     // Without the function's own generic parameters.
     name = name.substr(0, name.find('<'));
-    return TrimAndReduce(name);
+    return std::string(trim(name));
 }

@@ -24,14 +24,15 @@ Record ClassifyRecord(const ObjectBranch& node) {
     const std::string_view parentKind = node.parent->branchTypeAsString;
 
     // Of classes inside one another only the outermost was marked in the tree.
-    if (kind == KindName::kDefine && ContainsWord(record.contents, "class")) {
+    if (kind == KindName::kDefine && node.mayHoldClass && ContainsWord(record.contents, "class")) {
         kind = KindName::kClass;
     }
     // The questions below are asked about the class's bare name.
     if (kind == KindName::kClass) record.contents = WithoutBaseClause(record.contents);
 
     const FirstWordMeaning firstWord = MeaningOfFirstWord(record.contents);
-    if (firstWord == FirstWordMeaning::Logic || OutsideStringMatch(record.contents, "==")) {
+    if (firstWord == FirstWordMeaning::Logic ||
+        (node.mayHoldEquality && OutsideStringMatch(record.contents, "=="))) {
         kind = KindName::kLogic;
     } else if (firstWord == FirstWordMeaning::Defines) {
         // Anywhere else a "using" is a block of its own kind, and keeps it.

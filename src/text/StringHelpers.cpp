@@ -89,6 +89,8 @@ std::string ConvertWhiteSpacesToSingleSpace(std::string text) {
     return text;
 }
 
+bool IsReduced(std::string_view text) { return FirstUnreduced(text) == text.size(); }
+
 std::string TrimAndReduce(std::string_view text) {
     std::string copy(text);
     return std::string(TrimAndReduceInPlace(copy));

@@ -34,7 +34,10 @@ std::string ConvertWhiteSpacesToSingleSpace(std::string text);
 /// `trim` of `ConvertWhiteSpacesToSingleSpace`.
 std::string TrimAndReduce(std::string_view text);
 
-/// The same in the text's own bytes: the result is the piece of them that it returns. From its
+/// Whether `ConvertWhiteSpacesToSingleSpace` of the text is the text itself.
+bool IsReduced(std::string_view text);
+
+/// `TrimAndReduce` in the text's own bytes: the result is the piece of them that it returns. From its
 /// beginning so many bytes are `readable`, which makes short texts cheaper.
 std::string_view TrimAndReduceInPlace(std::span<char> text, std::size_t readable = 0);
 

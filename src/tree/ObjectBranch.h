@@ -92,6 +92,8 @@ struct ObjectBranch {
     std::int32_t nodeID = 0;  ///< Unique within one parse.
     bool asked = false;       ///< Whether `declares` is what `AskParts` says of the contents:
     Declares declares;        ///< asked by one pass, and answered to a later one too.
+    bool mayHoldEquality = true;  ///< False when the contents certainly hold no "==",
+    bool mayHoldClass = true;     ///< or no "class": one look at a short text spares two searches.
     ObjectBranch* nextSibling = nullptr;          ///< The link of the parent's `children`.
     std::pmr::memory_resource* memory = nullptr;  ///< Where what hangs below it is allocated.
 };

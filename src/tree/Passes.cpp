@@ -34,7 +34,7 @@ void ExpandClassnames(ObjectBranch* root) {
 
 void SpelunkForClasses(ObjectBranch* node) {
     for (ObjectBranch* at = node; at != nullptr;) {
-        if (ContainsWord(at->contents, "class")) {
+        if (at->mayHoldClass && ContainsWord(at->contents, "class")) {
             SetKind(*at, Kinds::kClass);
             at = NextPastSubtree(at, node);
         } else {

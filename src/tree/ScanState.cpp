@@ -1,5 +1,6 @@
 #include "tree/ScanState.h"
 
+#include "text/BlockScan.h"
 #include "text/StringHelpers.h"
 
 ScanState::ScanState(std::span<char> sourceText, bool inDeclarationMode, ObjectBranch& fileRoot,
@@ -26,6 +27,16 @@ std::size_t BeginOf(const ObjectBranch& node, const ScanState& scan) {
         static_cast<std::size_t>(node.contents.data() - scan.text.data()));
 }
 
+// Most texts are short, and hold no pair of bytes that "==" or "class" begins with.
+void LookForPairs(ObjectBranch& node, const std::span<char> text) {
+    const auto at = static_cast<std::size_t>(node.contents.data() - text.data());
+    if (node.contents.size() > Block64::kSize || text.size() - at < Block64::kSize) return;
+    const Block64 block(node.contents.data());
+    const ByteMask equals = block.Is('=');
+    node.mayHoldEquality = (equals & equals >> 1) != 0;
+    node.mayHoldClass = (block.Is('c') & block.Is('l') >> 1) != 0;
+}
+
 }  // namespace
 
 ObjectBranch* AddNode(ScanState& scan, ObjectBranch& parent, const NodeKind& kind,
@@ -35,6 +46,7 @@ ObjectBranch* AddNode(ScanState& scan, ObjectBranch& parent, const NodeKind& kin
     node->lineNumber = lineNumber;
     node->filePath = scan.current->filePath;
     node->contents = scan.collected.TakeContents();
+    LookForPairs(*node, scan.text);
     if (scan.places != nullptr) scan.places->Set(node->nodeID, {BeginOf(*node, scan), end});
     scan.collected.Restart(scan.position);
     return node;
