@@ -58,7 +58,7 @@ void JsonRecords::Add(const Record& record) {
         "    \"branchTypeAsString\": \"");
     text.Put(record.kind);
     text.Put(PathMember(node.filePath));
-    text.Put(record.tags);
+    if (!record.tags.empty()) text.Put(record.tags);
     text.Put("],\n    \"contents\": \"");
     text.PutEscaped(record.contents);
     text.Put("\",\n    \"simpleFunctionName\": \"");

@@ -60,6 +60,7 @@ class TextBuffer::Writer {
 
     /// As `EscapeString` does it.
     void PutEscaped(std::string_view text) {
+        if (text.empty()) return;
         MakeRoom(2 * text.size());
         end_ = WriteEscaped(text, end_);
     }

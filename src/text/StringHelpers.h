@@ -37,8 +37,8 @@ std::string TrimAndReduce(std::string_view text);
 /// Whether `ConvertWhiteSpacesToSingleSpace` of the text is the text itself.
 bool IsReduced(std::string_view text);
 
-/// `TrimAndReduce` in the text's own bytes: the result is the piece of them that it returns. From its
-/// beginning so many bytes are `readable`, which makes short texts cheaper.
+/// `TrimAndReduce` in the text's own bytes: the result is the piece of them that it returns. From
+/// its beginning so many bytes are `readable`, which makes short texts cheaper.
 std::string_view TrimAndReduceInPlace(std::span<char> text, std::size_t readable = 0);
 
 /// Replaces every occurrence of `from`, left to right without overlap; inserted text is never

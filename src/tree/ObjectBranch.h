@@ -88,10 +88,10 @@ struct ObjectBranch {
     std::string_view simpleFunctionName;  ///< Bare name of a declared function; records only.
     std::int32_t functionID = 0;          ///< -1 on every node made by the creation convention.
     ChildList children;
-    std::string_view tags;    ///< Raw fragment of JSON array elements.
-    std::int32_t nodeID = 0;  ///< Unique within one parse.
-    bool asked = false;       ///< Whether `declares` is what `AskParts` says of the contents:
-    Declares declares;        ///< asked by one pass, and answered to a later one too.
+    std::string_view tags;        ///< Raw fragment of JSON array elements.
+    std::int32_t nodeID = 0;      ///< Unique within one parse.
+    bool asked = false;           ///< Whether `declares` is what `AskParts` says of the contents:
+    Declares declares;            ///< asked by one pass, and answered to a later one too.
     bool mayHoldEquality = true;  ///< False when the contents certainly hold no "==",
     bool mayHoldClass = true;     ///< or no "class": one look at a short text spares two searches.
     ObjectBranch* nextSibling = nullptr;          ///< The link of the parent's `children`.
