@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "output/RecordClassification.h"
+#include "parsecs/rows/DeclaredName.h"
 
 namespace {
 
@@ -41,17 +42,26 @@ Place ParsedFile::PlaceOf(std::size_t position) const {
 
 // The ids of a subtree are known when its last row has been made.
 void ParsedFile::AddRows(const SourcePlaces& places) {
+    struct Open {
+        std::size_t row;  // whose subtree the next one may belong to
+        Scope below;
+    };
     const ObjectBranch* const root = &file_.root;
-    std::vector<std::size_t> open;  // rows whose subtree the next one may belong to
+    std::vector<Open> open;
     const auto close = [&] {
-        rows_[open.back()].last = rows_.back().id;
+        rows_[open.back().row].last = rows_.back().id;
         open.pop_back();
     };
     for (const ObjectBranch* node = root; node != nullptr; node = NextInPreOrder(node, root)) {
-        while (!open.empty() && rows_[open.back()].id != node->parent->nodeID) close();
+        while (!open.empty() && rows_[open.back().row].id != node->parent->nodeID) close();
         Row row = MakeRow(*node, places.Of(node->nodeID));
         row.depth = static_cast<std::int32_t>(open.size());
-        open.push_back(rows_.size());
+        const Scope scope = open.empty() ? Scope{} : open.back().below;
+        // The first two rows, and the list of operands, have texts that are not the source's.
+        const bool ofSource = places.nodes.Of(node->nodeID).begin != NodePlace::kNone;
+        const Declaration declared = ofSource ? DeclaredBy(row.text, scope) : Declaration{};
+        row.name = declared.name;
+        open.push_back({rows_.size(), ScopeBelow(row.text, declared, scope)});
         rows_.push_back(row);
     }
     while (!open.empty()) close();

@@ -1,0 +1,401 @@
+#include "parsecs/rows/DeclaredName.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+
+#include "text/CharClass.h"
+#include "text/StringHelpers.h"
+
+namespace {
+
+using Kind = Declaration::Kind;
+
+// What a word is to a declaration.
+enum class Meaning : unsigned char {
+    Name,            // of a type or of what is declared
+    Modifier,        // as long as no type has begun; a name behind it
+    Access,          // a modifier that only members have
+    MemberModifier,  // in a type; elsewhere a statement has it
+    Delegate,        // a modifier to us: a method's header follows
+    Type,            // a type's name follows
+    Record,          // the same, if it does follow
+    Namespace,       // its name follows
+    Operator,
+    This,
+    Statement,  // no declaration has it before its name
+};
+
+struct Word {
+    std::string_view text;
+    Meaning meaning;
+};
+
+// Sorted. Of the words that begin statements only those are here that another word may follow.
+constexpr Word kWords[] = {
+    {"abstract", Meaning::Modifier},
+    {"as", Meaning::Statement},
+    {"async", Meaning::Modifier},
+    {"await", Meaning::Statement},
+    {"base", Meaning::Statement},
+    {"case", Meaning::Statement},
+    {"class", Meaning::Type},
+    {"const", Meaning::Modifier},
+    {"delegate", Meaning::Delegate},
+    {"do", Meaning::Statement},
+    {"else", Meaning::Statement},
+    {"enum", Meaning::Type},
+    {"event", Meaning::Access},
+    {"explicit", Meaning::Modifier},
+    {"extern", Meaning::Modifier},
+    {"file", Meaning::Modifier},
+    {"fixed", Meaning::MemberModifier},
+    {"goto", Meaning::Statement},
+    {"if", Meaning::Statement},
+    {"implicit", Meaning::Modifier},
+    {"in", Meaning::Statement},
+    {"interface", Meaning::Type},
+    {"internal", Meaning::Access},
+    {"is", Meaning::Statement},
+    {"namespace", Meaning::Namespace},
+    {"new", Meaning::MemberModifier},
+    {"operator", Meaning::Operator},
+    {"override", Meaning::Modifier},
+    {"partial", Meaning::Modifier},
+    {"private", Meaning::Access},
+    {"protected", Meaning::Access},
+    {"public", Meaning::Access},
+    {"readonly", Meaning::Modifier},
+    {"record", Meaning::Record},
+    {"ref", Meaning::Modifier},
+    {"required", Meaning::Modifier},
+    {"return", Meaning::Statement},
+    {"scoped", Meaning::Modifier},
+    {"sealed", Meaning::Modifier},
+    {"static", Meaning::Modifier},
+    {"struct", Meaning::Type},
+    {"switch", Meaning::Statement},
+    {"this", Meaning::This},
+    {"throw", Meaning::Statement},
+    {"unsafe", Meaning::Modifier},
+    {"using", Meaning::Statement},
+    {"virtual", Meaning::Modifier},
+    {"volatile", Meaning::Modifier},
+    {"yield", Meaning::Statement},
+};
+
+constexpr std::size_t kLetters = 'z' - 'a' + 1;
+
+// Where the words of each letter begin, and behind the last letter where they all end.
+constexpr std::array<unsigned char, kLetters + 1> kWordsOf = [] {
+    std::array<unsigned char, kLetters + 1> first{};
+    for (std::size_t letter = 0; letter <= kLetters; ++letter) {
+        while (first[letter] < std::size(kWords) &&
+               static_cast<std::size_t>(kWords[first[letter]].text[0] - 'a') < letter) {
+            ++first[letter];
+        }
+    }
+    return first;
+}();
+
+Meaning MeaningOf(std::string_view word) {
+    const auto letter = static_cast<std::size_t>(word[0] - 'a');
+    if (letter >= kLetters) return Meaning::Name;
+    for (std::size_t i = kWordsOf[letter]; i < kWordsOf[letter + 1]; ++i) {
+        if (kWords[i].text == word) return kWords[i].meaning;
+    }
+    return Meaning::Name;
+}
+
+constexpr bool BeginsWord(char c) { return IsAsciiLetter(c) || c == '_'; }
+constexpr bool ContinuesWord(char c) { return BeginsWord(c) || IsAsciiDigit(c); }
+
+// Steps through a text token by token.
+class Tokens {
+  public:
+    explicit Tokens(std::string_view text) : text_(text) {}
+
+    // The next token's first character, or 0 at the end; it is not taken.
+    char Peek() {
+        while (position_ < text_.size() && text_[position_] == ' ') ++position_;
+        return position_ < text_.size() ? text_[position_] : '\0';
+    }
+
+    void Skip() { ++position_; }
+
+    // The word that is next, without an '@' before it; empty when there is none.
+    std::string_view TakeWord() {
+        if (Peek() == '@') ++position_;
+        const std::size_t start = position_;
+        if (start == text_.size() || !BeginsWord(text_[start])) return {};
+        while (position_ < text_.size() && ContinuesWord(text_[position_])) ++position_;
+        return text_.substr(start, position_ - start);
+    }
+
+    // A literal from its opening quote on.
+    void SkipLiteral() {
+        const char quote = text_[position_++];
+        while (position_ < text_.size() && text_[position_] != quote) {
+            position_ += text_[position_] == '\\' ? 2 : 1;
+        }
+        position_ = std::min(position_ + 1, text_.size());
+    }
+
+    // From an opening parenthesis or bracket to behind the one that closes it, or the end.
+    void SkipBrackets() {
+        std::size_t open = 0;
+        do {
+            const char c = text_[position_];
+            if (c == '"' || c == '\'') {
+                SkipLiteral();
+                continue;
+            }
+            if (c == '(' || c == '[') ++open;
+            if (c == ')' || c == ']') --open;
+            ++position_;
+        } while (open > 0 && position_ < text_.size());
+    }
+
+    // From a '<' to behind its '>', if what stands between them can only be types.
+    bool SkipTypeArguments() {
+        std::size_t open = 0;
+        for (; position_ < text_.size(); ++position_) {
+            const char c = text_[position_];
+            if (c == '<') ++open;
+            if (c == '>' && --open == 0) {
+                ++position_;
+                return true;
+            }
+            constexpr std::string_view kOfTypes = "<> ,.:?*[]()@";
+            if (!ContinuesWord(c) && kOfTypes.find(c) == std::string_view::npos) return false;
+        }
+        return false;
+    }
+
+    // Attribute sections end at their first ']', and what is left of one goes before what follows
+    // it: "typeof(int[]))] void F()". Skips to behind the last bracket that closes nothing.
+    void SkipDebris() {
+        constexpr std::string_view kDebris = ")],";
+        if (kDebris.find(Peek()) == std::string_view::npos) return;
+        std::size_t end = 0;
+        while (position_ < text_.size()) {
+            const char c = text_[position_];
+            if (c == '(' || c == '[') {
+                SkipBrackets();
+            } else if (c == '"' || c == '\'') {
+                SkipLiteral();
+            } else {
+                ++position_;
+                if (c == ')' || c == ']') end = position_;
+            }
+        }
+        position_ = end;
+    }
+
+    // From where a taken word begins up to the position.
+    std::string_view Since(std::string_view word) const {
+        const auto start = static_cast<std::size_t>(word.data() - text_.data());
+        return text_.substr(start, position_ - start);
+    }
+
+  private:
+    std::string_view text_;
+    std::size_t position_ = 0;
+};
+
+class DeclarationReader {
+  public:
+    DeclarationReader(std::string_view text, const Scope& scope) : tokens_(text), scope_(scope) {}
+
+    Declaration Read() {
+        tokens_.SkipDebris();
+        std::optional<Declaration> found;
+        while (!found) found = TakeToken();
+        return *found;
+    }
+
+  private:
+    using Step = std::optional<Declaration>;  // what a token decides; most decide nothing
+    static constexpr Declaration kNothing{};
+
+    enum class Before : unsigned char { Start, Word, Type, Dot };
+
+    Step TakeToken() {
+        switch (tokens_.Peek()) {
+            case '\0':
+            case '=':
+            case ',': return Value();
+            case '(': return TakeParenthesis();
+            case '[': return TakeBracket();
+            case '<': return TakeTypeArguments();
+            case '?':
+            case '*': return TakeTypeMark();
+            case '.': return TakeDot();
+            case ':': return TakeColon();
+            case '~': return Destructor();
+            default: return TakeWord();
+        }
+    }
+
+    Step TakeWord() {
+        const bool plain = tokens_.Peek() != '@';
+        const std::string_view word = tokens_.TakeWord();
+        if (word.empty()) return kNothing;
+        switch (plain ? MeaningOf(word) : Meaning::Name) {
+            case Meaning::Modifier: return name_.empty() ? std::nullopt : TakeName(word);
+            case Meaning::MemberModifier:
+                return scope_.inType && name_.empty() ? Step() : Step(kNothing);
+            case Meaning::Access: member_ = true; return {};
+            case Meaning::Delegate:
+                if (tokens_.Peek() == '*') return TakeName(word);  // a pointer to a function
+                return {};
+            case Meaning::Type: return Named(Kind::Type, tokens_.TakeWord());
+            case Meaning::Record: return TakeRecord(word);
+            case Meaning::Namespace: return Namespace();
+            case Meaning::Operator: return Operator(word);
+            case Meaning::This: return Indexer(word);
+            case Meaning::Statement: return kNothing;
+            case Meaning::Name: break;
+        }
+        return TakeName(word);
+    }
+
+    // What stands before a name, and not before a dot, is its type.
+    Step TakeName(std::string_view word) {
+        qualified_ = before_ == Before::Dot;
+        typed_ = typed_ || (before_ != Before::Start && !qualified_);
+        name_ = word;
+        before_ = Before::Word;
+        return {};
+    }
+
+    Step TakeParenthesis() {
+        if (before_ != Before::Start) return Function();
+        return TakeTuple();
+    }
+
+    Step TakeTuple() {
+        tokens_.SkipBrackets();
+        before_ = Before::Type;
+        return {};
+    }
+
+    // An attribute section that was left where no statement starts, the rank of an array, or the
+    // size of a buffer behind its name.
+    Step TakeBracket() {
+        if (before_ == Before::Start) {
+            tokens_.SkipBrackets();
+            return {};
+        }
+        tokens_.Skip();
+        while (tokens_.Peek() == ',') tokens_.Skip();
+        if (tokens_.Peek() != ']') return Value();
+        tokens_.Skip();
+        before_ = Before::Type;
+        return {};
+    }
+
+    Step TakeTypeArguments() {
+        if (before_ == Before::Start || !tokens_.SkipTypeArguments()) return kNothing;
+        before_ = Before::Type;
+        return {};
+    }
+
+    // Nullable types, and pointers.
+    Step TakeTypeMark() {
+        if (before_ != Before::Word && before_ != Before::Type) return kNothing;
+        tokens_.Skip();
+        before_ = Before::Type;
+        return {};
+    }
+
+    Step TakeDot() {
+        if (before_ != Before::Word && before_ != Before::Type) return kNothing;
+        tokens_.Skip();
+        before_ = Before::Dot;
+        return {};
+    }
+
+    // "global::A" is as good as "global.A".
+    Step TakeColon() {
+        tokens_.Skip();
+        if (tokens_.Peek() != ':') return kNothing;
+        return TakeDot();
+    }
+
+    Step TakeRecord(std::string_view word) {
+        Tokens ahead = tokens_;
+        std::string_view name = ahead.TakeWord();
+        if (name == "class" || name == "struct") name = ahead.TakeWord();
+        const bool declares = !name.empty() && MeaningOf(name) == Meaning::Name && name_.empty();
+        return declares ? Named(Kind::Type, name) : TakeName(word);
+    }
+
+    // A name with its type before it.
+    Step Value() const {
+        const bool named = typed_ && before_ == Before::Word;
+        return named && (scope_.inType || member_) ? Named(Kind::Value, name_) : kNothing;
+    }
+
+    // Without a type only a constructor is one.
+    Step Function() const {
+        if (before_ == Before::Dot || name_.empty()) return kNothing;
+        const bool ofType = scope_.inType && name_ == scope_.typeName;
+        const bool constructor = !qualified_ && (ofType || member_);
+        return typed_ || constructor ? Named(Kind::Function, name_) : kNothing;
+    }
+
+    Step Destructor() {
+        tokens_.Skip();
+        const std::string_view word = tokens_.TakeWord();
+        if (!scope_.inType || before_ != Before::Start || word.empty()) return kNothing;
+        return Named(Kind::Function, {word.data() - 1, word.size() + 1});
+    }
+
+    Step Namespace() {
+        const std::string_view first = tokens_.TakeWord();
+        std::string_view whole = first;
+        while (!first.empty() && tokens_.Peek() == '.') {
+            tokens_.Skip();
+            tokens_.TakeWord();
+            whole = tokens_.Since(first);
+        }
+        return Named(Kind::Namespace, whole);
+    }
+
+    // Whatever stands between the word and the parameters: "operator +", "operator int".
+    Step Operator(std::string_view word) {
+        while (tokens_.Peek() != '(' && tokens_.Peek() != '\0') tokens_.Skip();
+        return Named(Kind::Function, rtrim(tokens_.Since(word)));
+    }
+
+    Step Indexer(std::string_view word) {
+        const bool indexer = before_ != Before::Start && tokens_.Peek() == '[';
+        return indexer ? Named(Kind::Value, word) : kNothing;
+    }
+
+    static Declaration Named(Kind kind, std::string_view name) {
+        return name.empty() ? kNothing : Declaration{kind, name};
+    }
+
+    Tokens tokens_;
+    const Scope& scope_;
+    std::string_view name_;          // the last name so far
+    Before before_ = Before::Start;  // what came last, modifiers left out
+    bool typed_ = false;             // a type stands before the name
+    bool qualified_ = false;         // a dot does
+    bool member_ = false;            // says itself that it is one
+};
+
+}  // namespace
+
+Declaration DeclaredBy(std::string_view text, const Scope& scope) {
+    return DeclarationReader(text, scope).Read();
+}
+
+Scope ScopeBelow(std::string_view text, const Declaration& declaration, const Scope& scope) {
+    if (text.starts_with('#')) return scope;  // a directive's section stands where it does
+    if (declaration.kind == Kind::Type) return {true, declaration.name};
+    return {};
+}
