@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -28,9 +29,14 @@ struct FileOutcome {
 
 /// A file as the walk found it, before it is read.
 struct FoundFile {
-    std::string path;
+    std::string path;  ///< "-" is standard input.
     std::uint64_t bytes = 0;
     std::int64_t modified = 0;  ///< Nanoseconds since the epoch.
+};
+
+/// An output of one file alone cannot be written: the other files may fare better.
+struct OutputFailure : std::runtime_error {
+    using std::runtime_error::runtime_error;
 };
 
 class Form {
@@ -40,18 +46,20 @@ class Form {
     Form& operator=(const Form&) = delete;
     virtual ~Form() = default;
 
-    /// In the parent, for each input: whether it has to be parsed.
+    /// In the parent, for each input, in order: whether it has to be parsed.
     virtual bool Wants(const FoundFile& /*file*/) { return true; }
 
     /// In a worker: appends to `made` what the parent shall have of the file. May throw
     /// std::bad_alloc: the file is given up.
     virtual FileOutcome Make(ReadSource source, std::string& made) const = 0;
 
-    /// In the parent, in the order of the inputs: takes what Make made. Throws
-    /// std::runtime_error, with a message for people, when it cannot be written.
+    /// In the parent, in the order of the inputs: takes what Make made of a file that was not given
+    /// up. Throws OutputFailure when this file's output cannot be written, any other
+    /// std::runtime_error when none can, with a message for people that names the output.
     virtual void Take(const FoundFile& file, std::string_view made) = 0;
 
-    /// In the parent, when all files have been taken. `complete` is false when the run was
-    /// interrupted: nothing may be left behind then.
+    /// In the parent, when all files have been taken. `complete` is false when the run broke off,
+    /// or when there were files and all of them failed: nothing may be left behind then. A run that
+    /// a signal ends does not come here: see output/Temporary.h. Throws as Take does.
     virtual void Finish(bool complete) = 0;
 };

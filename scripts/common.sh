@@ -42,7 +42,7 @@ need_build_tools() {
 }
 
 need_program_libraries() {
-    need /usr/include/CLI/CLI.hpp libcli11-dev /usr/include/nlohmann/json.hpp nlohmann-json3-dev
+    need /usr/include/nlohmann/json.hpp nlohmann-json3-dev
 }
 
 need_test_libraries() {

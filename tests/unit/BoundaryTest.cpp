@@ -51,6 +51,20 @@ TEST(Boundary, StartsFreshAndIsGoneWhenClosed) {
     EXPECT_EQ(dlopen(MODULE_PATH, RTLD_NOW | RTLD_NOLOAD), nullptr);
 }
 
+// The program has the module's objects, and reads its files itself.
+TEST(Boundary, TheProgramGivesTheModulesBytes) {
+    std::filesystem::current_path(CASES);
+    const Module module;
+    for (const std::string& name : CaseNames()) {
+        const std::string command = "'" PARSECS_PATH "' 2>/dev/null " + name;
+        std::FILE* const pipe = popen(command.c_str(), "r");
+        std::string text(1 << 20, '\0');
+        text.resize(std::fread(text.data(), 1, text.size(), pipe));
+        pclose(pipe);
+        EXPECT_EQ(text.empty() ? "none" : text, module.Text(name.c_str())) << name;
+    }
+}
+
 TEST(Boundary, InfoGivesANewBlockWithTheSameText) {
     const Module module;
     char* const first = module.info();

@@ -1,0 +1,77 @@
+#include "parsecs/Plan.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "parsecs/output/OutputPath.h"
+#include "parsecs/text/TextForm.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool IsFolder(const std::string& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+void CheckInputs(const Options& options) {
+    if (options.inputs.empty() && options.list.empty()) {
+        throw UsageError(
+            "nothing to parse: name files or folders, or - for standard input; see "
+            "parsecs --help");
+    }
+    if (options.listEndsInNul && options.list.empty()) throw UsageError("-0 needs --files-from");
+    const auto& inputs = options.inputs;
+    if (options.list == "-" && std::count(inputs.begin(), inputs.end(), "-") > 0) {
+        throw UsageError("standard input cannot be both the list and a source");
+    }
+}
+
+void CheckPlaces(const Options& options) {
+    std::error_code error;
+    if (!options.output.empty() && !options.folder.empty()) {
+        throw UsageError("-o and --into are two places: use one");
+    }
+    if (options.output.ends_with('/') || IsFolder(options.output)) {
+        throw UsageError("-o " + options.output + " is a folder: use --into " + options.output);
+    }
+    if (fs::exists(options.folder, error) && !IsFolder(options.folder)) {
+        throw UsageError("--into " + options.folder + " is no folder: use -o FILE for one output");
+    }
+}
+
+void CheckNumber(const Options& options) {
+    if (TakesSeveral(options.form) || !options.folder.empty()) return;
+    const bool one = options.list.empty() && options.inputs.size() == 1;
+    if (one && !IsFolder(options.inputs.front())) return;
+    const std::string what = !options.list.empty()       ? "a list of files"
+                             : options.inputs.size() > 1 ? "several files"
+                                                         : options.inputs.front() + " is a folder:";
+    throw UsageError(what +
+                     " would make several JSON arrays: use --into DIR for a file each, or "
+                     "--jsonl");
+}
+
+}  // namespace
+
+void SettleOutput(Options& options) {
+    if (options.output == "-") options.output.clear();
+}
+
+void CheckPlan(const Options& options) {
+    CheckInputs(options);
+    CheckPlaces(options);
+    CheckNumber(options);
+}
+
+void CheckOutputs(const Options& options, const Inputs& inputs) {
+    const auto refuse = [&inputs](const std::string& output) {
+        if (inputs.Holds(output)) throw UsageError(output + ": is an input, and would be replaced");
+    };
+    if (!options.output.empty()) refuse(options.output);
+    if (options.folder.empty()) return;
+    for (const FoundFile& file : inputs.files) {
+        refuse(OutputPath(options.folder, file.path, OutputSuffix(options.form)));
+    }
+}

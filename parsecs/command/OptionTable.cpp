@@ -1,0 +1,127 @@
+#include "parsecs/command/OptionTable.h"
+
+#include <charconv>
+
+namespace {
+
+void ChooseForm(Options& options, Options::Form form, const std::string& option) {
+    if (!options.formOption.empty() && options.formOption != option) {
+        throw UsageError(option + " and " + options.formOption + " are two forms: use one");
+    }
+    options.form = form;
+    options.formOption = option;
+}
+
+void SetJobs(Options& options, const std::string& number) {
+    const char* const end = number.data() + number.size();
+    const auto read = std::from_chars(number.data(), end, options.jobs);
+    constexpr unsigned kMostJobs = 1000;
+    const bool valid = read.ec == std::errc() && read.ptr == end;
+    if (valid && options.jobs >= 1 && options.jobs <= kMostJobs) return;
+    throw UsageError("--jobs takes a number from 1 to 1000, not " + number);
+}
+
+void SetColour(Options& options, const std::string& when) {
+    if (when == "auto") options.colour = Options::Colour::Auto;
+    if (when == "always") options.colour = Options::Colour::Always;
+    if (when == "never") options.colour = Options::Colour::Never;
+}
+
+const Option kForms[] = {
+    {0, "strict", "",
+     "The records as valid JSON. Like the records themselves one array for one "
+     "file: for more use --into.",
+     [](Options& o, const std::string&) { ChooseForm(o, Options::Form::Strict, "--strict"); }},
+    {0, "jsonl", "", "JSON Lines, a row for each node, with its place in the file.",
+     [](Options& o, const std::string&) { ChooseForm(o, Options::Form::Rows, "--jsonl"); }},
+    {0, "outline", "", "A tree for reading, a line for each node.",
+     [](Options& o, const std::string&) { ChooseForm(o, Options::Form::Outline, "--outline"); }},
+};
+
+const Option kPlaces[] = {
+    {'o', "output", "FILE", "Write to FILE, which is replaced when all is done.",
+     [](Options& o, const std::string& value) { o.output = value; }},
+    {0, "into", "DIR",
+     "Write a file for each input below the folder DIR: src/a.cs gives "
+     "DIR/src/a.cs.json (.jsonl, .txt).",
+     [](Options& o, const std::string& value) { o.folder = value; }},
+    {0, "files-from", "FILE",
+     "Take the names of inputs from FILE, or from standard input for -, "
+     "one a line.",
+     [](Options& o, const std::string& value) { o.list = value; }},
+    {'0', "null", "", "The names in that file end in NUL, not in a line feed.",
+     [](Options& o, const std::string&) { o.listEndsInNul = true; }},
+};
+
+const Option kOthers[] = {
+    {'j', "jobs", "N", "Parse with N processes, all cores by default. The output is the same.",
+     SetJobs},
+    {0, "color", "auto|always|never",
+     "Colours in outlines: on a terminal by default, unless "
+     "NO_COLOR is set.",
+     SetColour},
+    {0, "traces", "", "Show on standard error what the parser says of itself.",
+     [](Options& o, const std::string&) { o.traces = true; }},
+    {'h', "help", "", "Show this help.",
+     [](Options& o, const std::string&) { o.about = Options::About::Help; }},
+    {0, "version", "", "Show the version.",
+     [](Options& o, const std::string&) { o.about = Options::About::Version; }},
+    {0, "man-page", "", "",
+     [](Options& o, const std::string&) { o.about = Options::About::ManPage; }},
+    {0, "completion", "bash|zsh|fish", "",
+     [](Options& o, const std::string& value) {
+         o.about = Options::About::Completion;
+         o.shell = value;
+     }},
+};
+
+const OptionGroup kGroups[] = {
+    {"Forms of output (the parser's own records by default)", kForms},
+    {"Inputs and outputs", kPlaces},
+    {"Others", kOthers},
+};
+
+const Example kExampleRows[] = {
+    {"parsecs Program.cs", "the parser's records, byte for byte"},
+    {"parsecs --strict Program.cs | jq .", "the same as valid JSON"},
+    {"parsecs --jsonl src | grep '\"kind\":\"class\"'", "rows of all *.cs files below src"},
+    {"parsecs --outline src | less", "trees for reading"},
+    {"parsecs --strict --into out src", "a JSON file below out for each"},
+    {"git ls-files -z '*.cs' | parsecs -0 --files-from - --jsonl", "what git knows"},
+};
+
+const ExitCode kExitCodeRows[] = {
+    {kDone, "All files were parsed and written; those that stopped early are named."},
+    {kSomeFailed, "Some file could not be read or was given up; all others were written."},
+    {kUsage, "The command line could not be followed; nothing was done."},
+    {kNotWritten, "Some output could not be written."},
+};
+
+}  // namespace
+
+const std::string_view kSummary = "Shows the statements and blocks of C#-like source files.";
+const std::span<const OptionGroup> kOptionGroups = kGroups;
+const std::span<const Example> kExamples = kExampleRows;
+const std::span<const ExitCode> kExitCodes = kExitCodeRows;
+
+namespace {
+
+template <typename Matches>
+const Option* FindFirst(Matches matches) {
+    for (const OptionGroup& group : kOptionGroups) {
+        for (const Option& option : group.options) {
+            if (matches(option)) return &option;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+const Option* FindOption(std::string_view name) {
+    return FindFirst([name](const Option& option) { return option.name == name; });
+}
+
+const Option* FindOption(char letter) {
+    return FindFirst([letter](const Option& option) { return option.letter == letter; });
+}

@@ -1,0 +1,22 @@
+#include "parsecs/input/InputList.h"
+
+#include "parsecs/command/Options.h"
+#include "parsecs/input/Source.h"
+
+std::vector<std::string> ReadInputList(const std::string& file, char end) {
+    std::vector<std::string> names;
+    std::string text;
+    try {
+        text = ReadBytes(file);
+    } catch (const ReadFailure& failure) {
+        throw UsageError(file + ": " + failure.what());
+    }
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t stop = std::min(text.find(end, begin), text.size());
+        std::string name = text.substr(begin, stop - begin);
+        if (name == "-") name = "./-";  // a file here, and not standard input
+        if (!name.empty()) names.push_back(std::move(name));
+        begin = stop + 1;
+    }
+    return names;
+}

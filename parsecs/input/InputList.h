@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// The names that the file holds, standard input for "-"; each ends in `end`, the last one perhaps
+/// in nothing. Empty ones are left out. Throws UsageError when it cannot be read.
+std::vector<std::string> ReadInputList(const std::string& file, char end);

@@ -1,0 +1,34 @@
+// The files that the command line names: found before any of them is read, in a fixed order.
+#pragma once
+
+#include <sys/types.h>
+
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "parsecs/Form.h"
+#include "parsecs/command/Options.h"
+
+struct InputFailure {
+    std::string path;
+    std::string reason;
+};
+
+using FileIdentity = std::pair<dev_t, ino_t>;
+
+struct Inputs {
+    std::vector<FoundFile> files;  ///< Each once, folders in the order of their names' bytes.
+    std::set<FileIdentity> identities;
+    std::vector<InputFailure> failures;
+
+    /// Whether the path leads to one of the files, be it by another name.
+    bool Holds(const std::string& path) const;
+};
+
+/// Finds the files of all inputs. A folder stands for the regular files named *.cs at any depth
+/// below it; links to folders are not followed there, so that no walk is endless or finds a file
+/// twice. What cannot be looked at is listed among the failures. Throws UsageError when the list of
+/// inputs cannot be read.
+Inputs FindInputs(const Options& options);

@@ -1,0 +1,18 @@
+// Reading sources. Unlike the module, the program tells when one cannot be read.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "parsecs/Form.h"
+
+/// The message says why.
+struct ReadFailure : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// All bytes of the file, of standard input for "-". Throws ReadFailure, std::bad_alloc.
+std::string ReadBytes(const std::string& path);
+
+/// Standard input is called /dev/stdin. Throws as ReadBytes.
+ReadSource ReadFound(const FoundFile& file);

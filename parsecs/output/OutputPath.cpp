@@ -1,0 +1,34 @@
+#include "parsecs/output/OutputPath.h"
+
+#include <filesystem>
+
+#include "parsecs/command/Options.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool LeadsOut(const fs::path& path) { return path.empty() || *path.begin() == ".."; }
+
+// By way of what links lead to only where it takes that to stay below.
+fs::path FromHere(const fs::path& input) {
+    std::error_code error;
+    const fs::path here = fs::current_path(error);
+    fs::path path = (here / input).lexically_normal().lexically_relative(here);
+    if (!LeadsOut(path) && input.native().find("..") == std::string::npos) return path;
+    path = fs::canonical((here / input).parent_path(), error) / input.filename();
+    return error ? fs::path() : path.lexically_relative(here);
+}
+
+}  // namespace
+
+std::string OutputPath(const std::string& folder, const std::string& input,
+                       std::string_view suffix) {
+    if (input == "-") throw UsageError("--into: standard input has no path below it: use -o FILE");
+    const fs::path path = FromHere(input);
+    if (LeadsOut(path)) {
+        throw UsageError("--into: " + input + " lies outside of the folder you are in: cd to one " +
+                         "above it, or use -o FILE");
+    }
+    return (fs::path(folder) / path).string().append(suffix);
+}

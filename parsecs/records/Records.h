@@ -1,0 +1,10 @@
+// The module's own bytes, made without loading it.
+#pragma once
+
+#include <string>
+
+#include "parsecs/Form.h"
+
+/// Appends the text that the module makes of the source, nothing when it gives the file up. Throws
+/// std::bad_alloc.
+FileOutcome AppendRecords(ReadSource source, std::string& out);

@@ -1,0 +1,62 @@
+#include "parsecs/run/Report.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "parsecs/command/OptionTable.h"
+
+std::string Shown(std::string text) {
+    const auto isControl = [](char c) {
+        return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+    };
+    std::replace_if(text.begin(), text.end(), isControl, '?');
+    return text;
+}
+
+void Say(const std::string& message) {
+    const std::string line = "parsecs: " + Shown(message) + '\n';
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+void Report::NoteUnreadable(const std::string& path, const std::string& reason) {
+    ++unreadable_;
+    Say(path + ": " + reason);
+}
+
+void Report::NoteUnwritten(const std::string& reason) {
+    ++unwritten_;
+    Say(reason);
+}
+
+void Report::Note(const std::string& path, const Reply& reply) {
+    if (reply.kind == Reply::Kind::Unreadable) return NoteUnreadable(path, reply.text);
+    if (reply.kind != Reply::Kind::Made || reply.outcome.kind == FileOutcome::Kind::GivenUp) {
+        ++givenUp_;
+        const bool made = reply.kind == Reply::Kind::Made;
+        Say(path + ": given up: " + (made ? "it closes more sections than it opens" : reply.text));
+        return;
+    }
+    ++done_;
+    if (reply.outcome.kind != FileOutcome::Kind::StoppedEarly) return;
+    ++stoppedEarly_;
+    Say(path + ":" + std::to_string(reply.outcome.line) +
+        ": stopped early, as braces do not match");
+}
+
+void Report::Summarise() const {
+    std::string counts = std::to_string(done_) + " files parsed";
+    const auto add = [&counts](std::size_t count, const char* what) {
+        if (count > 0) counts.append(", ").append(std::to_string(count)).append(what);
+    };
+    add(stoppedEarly_, " of them stopped early");
+    add(unchanged_, " unchanged");
+    add(unreadable_, " could not be read");
+    add(givenUp_, " given up");
+    add(unwritten_, " could not be written");
+    Say(counts);
+}
+
+int Report::ExitCode() const {
+    if (unwritten_ > 0) return kNotWritten;
+    return Failures() > 0 ? kSomeFailed : kDone;
+}

@@ -1,0 +1,41 @@
+// What a run says on standard error: each file that was not parsed to its end, and the counts.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "parsecs/run/Reply.h"
+
+/// The text as it may stand in a message: control bytes, which could move a terminal's cursor, are
+/// question marks.
+std::string Shown(std::string text);
+
+/// Writes a line to standard error, over the progress if there is any.
+void Say(const std::string& message);
+
+class Report {
+  public:
+    void NoteUnreadable(const std::string& path, const std::string& reason);
+    void NoteUnwritten(const std::string& reason);
+    void NoteUnchanged() { ++unchanged_; }
+
+    /// A reply, and whether what it made was taken.
+    void Note(const std::string& path, const Reply& reply);
+
+    /// Writes the counts.
+    void Summarise() const;
+
+    /// Whether something is there to finish: nothing is when all that there was failed.
+    bool IsWorthFinishing() const { return Failures() == 0 || done_ + unchanged_ > 0; }
+    int ExitCode() const;
+
+  private:
+    std::size_t Failures() const { return unreadable_ + givenUp_ + unwritten_; }
+
+    std::size_t done_ = 0;
+    std::size_t unchanged_ = 0;
+    std::size_t stoppedEarly_ = 0;  // of those that are done
+    std::size_t unreadable_ = 0;
+    std::size_t givenUp_ = 0;
+    std::size_t unwritten_ = 0;
+};
