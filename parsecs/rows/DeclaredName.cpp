@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <optional>
 
 #include "text/CharClass.h"
 #include "text/StringHelpers.h"
@@ -210,14 +209,14 @@ class DeclarationReader {
 
     Declaration Read() {
         tokens_.SkipDebris();
-        std::optional<Declaration> found;
-        while (!found) found = TakeToken();
-        return *found;
+        while (TakeToken() == Step::GoOn) {
+        }
+        return found_;
     }
 
   private:
-    using Step = std::optional<Declaration>;  // what a token decides; most decide nothing
-    static constexpr Declaration kNothing{};
+    // What a token comes to.
+    enum class Step : unsigned char { GoOn, Decided };
 
     enum class Before : unsigned char { Start, Word, Type, Dot };
 
@@ -241,21 +240,21 @@ class DeclarationReader {
     Step TakeWord() {
         const bool plain = tokens_.Peek() != '@';
         const std::string_view word = tokens_.TakeWord();
-        if (word.empty()) return kNothing;
+        if (word.empty()) return Nothing();
         switch (plain ? MeaningOf(word) : Meaning::Name) {
-            case Meaning::Modifier: return name_.empty() ? std::nullopt : TakeName(word);
+            case Meaning::Modifier: return name_.empty() ? Step::GoOn : TakeName(word);
             case Meaning::MemberModifier:
-                return scope_.inType && name_.empty() ? Step() : Step(kNothing);
-            case Meaning::Access: member_ = true; return {};
+                return scope_.inType && name_.empty() ? Step::GoOn : Nothing();
+            case Meaning::Access: member_ = true; return Step::GoOn;
             case Meaning::Delegate:
                 if (tokens_.Peek() == '*') return TakeName(word);  // a pointer to a function
-                return {};
+                return Step::GoOn;
             case Meaning::Type: return Named(Kind::Type, tokens_.TakeWord());
             case Meaning::Record: return TakeRecord(word);
             case Meaning::Namespace: return Namespace();
             case Meaning::Operator: return Operator(word);
             case Meaning::This: return Indexer(word);
-            case Meaning::Statement: return kNothing;
+            case Meaning::Statement: return Nothing();
             case Meaning::Name: break;
         }
         return TakeName(word);
@@ -267,7 +266,7 @@ class DeclarationReader {
         typed_ = typed_ || (before_ != Before::Start && !qualified_);
         name_ = word;
         before_ = Before::Word;
-        return {};
+        return Step::GoOn;
     }
 
     Step TakeParenthesis() {
@@ -278,7 +277,7 @@ class DeclarationReader {
     Step TakeTuple() {
         tokens_.SkipBrackets();
         before_ = Before::Type;
-        return {};
+        return Step::GoOn;
     }
 
     // An attribute section that was left where no statement starts, the rank of an array, or the
@@ -286,41 +285,41 @@ class DeclarationReader {
     Step TakeBracket() {
         if (before_ == Before::Start) {
             tokens_.SkipBrackets();
-            return {};
+            return Step::GoOn;
         }
         tokens_.Skip();
         while (tokens_.Peek() == ',') tokens_.Skip();
         if (tokens_.Peek() != ']') return Value();
         tokens_.Skip();
         before_ = Before::Type;
-        return {};
+        return Step::GoOn;
     }
 
     Step TakeTypeArguments() {
-        if (before_ == Before::Start || !tokens_.SkipTypeArguments()) return kNothing;
+        if (before_ == Before::Start || !tokens_.SkipTypeArguments()) return Nothing();
         before_ = Before::Type;
-        return {};
+        return Step::GoOn;
     }
 
     // Nullable types, and pointers.
     Step TakeTypeMark() {
-        if (before_ != Before::Word && before_ != Before::Type) return kNothing;
+        if (before_ != Before::Word && before_ != Before::Type) return Nothing();
         tokens_.Skip();
         before_ = Before::Type;
-        return {};
+        return Step::GoOn;
     }
 
     Step TakeDot() {
-        if (before_ != Before::Word && before_ != Before::Type) return kNothing;
+        if (before_ != Before::Word && before_ != Before::Type) return Nothing();
         tokens_.Skip();
         before_ = Before::Dot;
-        return {};
+        return Step::GoOn;
     }
 
     // "global::A" is as good as "global.A".
     Step TakeColon() {
         tokens_.Skip();
-        if (tokens_.Peek() != ':') return kNothing;
+        if (tokens_.Peek() != ':') return Nothing();
         return TakeDot();
     }
 
@@ -333,23 +332,23 @@ class DeclarationReader {
     }
 
     // A name with its type before it.
-    Step Value() const {
+    Step Value() {
         const bool named = typed_ && before_ == Before::Word;
-        return named && (scope_.inType || member_) ? Named(Kind::Value, name_) : kNothing;
+        return named && (scope_.inType || member_) ? Named(Kind::Value, name_) : Nothing();
     }
 
     // Without a type only a constructor is one.
-    Step Function() const {
-        if (before_ == Before::Dot || name_.empty()) return kNothing;
+    Step Function() {
+        if (before_ == Before::Dot || name_.empty()) return Nothing();
         const bool ofType = scope_.inType && name_ == scope_.typeName;
         const bool constructor = !qualified_ && (ofType || member_);
-        return typed_ || constructor ? Named(Kind::Function, name_) : kNothing;
+        return typed_ || constructor ? Named(Kind::Function, name_) : Nothing();
     }
 
     Step Destructor() {
         tokens_.Skip();
         const std::string_view word = tokens_.TakeWord();
-        if (!scope_.inType || before_ != Before::Start || word.empty()) return kNothing;
+        if (!scope_.inType || before_ != Before::Start || word.empty()) return Nothing();
         return Named(Kind::Function, {word.data() - 1, word.size() + 1});
     }
 
@@ -372,11 +371,14 @@ class DeclarationReader {
 
     Step Indexer(std::string_view word) {
         const bool indexer = before_ != Before::Start && tokens_.Peek() == '[';
-        return indexer ? Named(Kind::Value, word) : kNothing;
+        return indexer ? Named(Kind::Value, word) : Nothing();
     }
 
-    static Declaration Named(Kind kind, std::string_view name) {
-        return name.empty() ? kNothing : Declaration{kind, name};
+    static Step Nothing() { return Step::Decided; }
+
+    Step Named(Kind kind, std::string_view name) {
+        if (!name.empty()) found_ = {kind, name};
+        return Step::Decided;
     }
 
     Tokens tokens_;
@@ -385,7 +387,8 @@ class DeclarationReader {
     Before before_ = Before::Start;  // what came last, modifiers left out
     bool typed_ = false;             // a type stands before the name
     bool qualified_ = false;         // a dot does
-    bool member_ = false;            // says itself that it is one
+    Declaration found_;
+    bool member_ = false;  // says itself that it is one
 };
 
 }  // namespace

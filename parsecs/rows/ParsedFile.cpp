@@ -1,10 +1,11 @@
 #include "parsecs/rows/ParsedFile.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "output/RecordClassification.h"
 #include "parsecs/rows/DeclaredName.h"
+#include "plugin/Pipeline.h"
+#include "process/ModuleState.h"
 
 namespace {
 
@@ -14,69 +15,93 @@ std::string CountFromHere(std::string path) {
     return path;
 }
 
+// Walks the tree as its nodes open and close: so it asks for places in the order of the source,
+// but for a directive that closes a section and opens the next one.
+class RowMaker {
+  public:
+    RowMaker(std::size_t sourceSize, Lines& lines, const SourcePlaces& places,
+             std::vector<Row>& rows)
+        : sourceSize_(sourceSize),
+          lines_(lines),
+          nodes_(places.nodes),
+          cleaning_(places.cleaning),
+          rows_(rows) {}
+
+    void Add(const ObjectBranch& root) {
+        for (const ObjectBranch* node = &root; node != nullptr;
+             node = NextInPreOrder(node, &root)) {
+            while (!open_.empty() && open_.back().node != node->parent) Close();
+            Open(*node);
+        }
+        while (!open_.empty()) Close();
+    }
+
+  private:
+    // A node whose subtree the next one may belong to.
+    struct OpenNode {
+        const ObjectBranch* node;
+        std::size_t row;
+        std::size_t end;  // position in the cleaned text, or none
+        Scope below;
+    };
+
+    void Open(const ObjectBranch& node) {
+        const NodePlace place = nodes_.Of(node.nodeID);
+        const bool ofSource = place.begin != NodePlace::kNone;
+        const Scope scope = open_.empty() ? Scope() : open_.back().below;
+        const Declaration declared = ofSource ? DeclaredBy(node.contents, scope) : Declaration();
+        open_.push_back(
+            {&node, rows_.size(), place.end, ScopeBelow(node.contents, declared, scope)});
+        rows_.push_back(MakeRow(node));
+        rows_.back().name = declared.name;
+        if (ofSource) {
+            rows_.back().begin = lines_.At(cleaning_.SourceOf(place.begin));
+        } else if (node.branchType != BranchType::Preprocessor && sourceSize_ > 0) {
+            rows_.back().begin = {1, 1};
+        }
+    }
+
+    // The last row so far is the last one of the subtree. A block that was never closed goes to the
+    // end of the source.
+    void Close() {
+        const OpenNode& closing = open_.back();
+        Row& row = rows_[closing.row];
+        row.last = rows_.back().id;
+        if (row.begin.line != 0) {
+            row.end = lines_.At(closing.end == NodePlace::kNone ? sourceSize_ - 1
+                                                                : cleaning_.SourceOf(closing.end));
+        }
+        open_.pop_back();
+    }
+
+    Row MakeRow(const ObjectBranch& node) const {
+        Row row{};
+        row.id = node.nodeID;
+        row.parent = node.parent == nullptr ? -1 : node.parent->nodeID;
+        row.depth = static_cast<std::int32_t>(open_.size() - 1);
+        row.kind = ClassifyRecord(node).kind;
+        row.text = node.contents;
+        return row;
+    }
+
+    const std::size_t sourceSize_;
+    Lines& lines_;
+    const NodePlaces& nodes_;
+    CleaningMaps::Reader cleaning_;
+    std::vector<Row>& rows_;
+    std::vector<OpenNode> open_;
+};
+
 }  // namespace
 
 ParsedFile::ParsedFile(std::string path, std::string source)
-    : size_(source.size()), file_(CountFromHere(std::move(path)), std::move(source)) {
-    FindLines(file_.text);
+    : file_(CountFromHere(std::move(path)), std::move(source)) {
+    const std::size_t size = file_.text.size();
+    Lines lines(file_.text);
     SourcePlaces places;
     const ScanStep end = BuildTree(file_, places);
     if (end == ScanStep::Abandon) return;
     outcome_ = end == ScanStep::Stop ? Outcome::StoppedEarly : Outcome::Whole;
-    AddRows(places);
-}
-
-void ParsedFile::FindLines(std::string_view source) {
-    lineStarts_.push_back(0);
-    for (std::size_t i = 0; i < source.size(); ++i) {
-        const bool pair = source[i] == '\r' && i + 1 < source.size() && source[i + 1] == '\n';
-        if (!pair && (source[i] == '\n' || source[i] == '\r')) lineStarts_.push_back(i + 1);
-    }
-}
-
-Place ParsedFile::PlaceOf(std::size_t position) const {
-    const auto next = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), position);
-    return {static_cast<std::int32_t>(next - lineStarts_.begin()),
-            static_cast<std::int32_t>(position - *std::prev(next) + 1)};
-}
-
-// The ids of a subtree are known when its last row has been made.
-void ParsedFile::AddRows(const SourcePlaces& places) {
-    struct Open {
-        std::size_t row;  // whose subtree the next one may belong to
-        Scope below;
-    };
-    const ObjectBranch* const root = &file_.root;
-    std::vector<Open> open;
-    const auto close = [&] {
-        rows_[open.back().row].last = rows_.back().id;
-        open.pop_back();
-    };
-    for (const ObjectBranch* node = root; node != nullptr; node = NextInPreOrder(node, root)) {
-        while (!open.empty() && rows_[open.back().row].id != node->parent->nodeID) close();
-        Row row = MakeRow(*node, places.Of(node->nodeID));
-        row.depth = static_cast<std::int32_t>(open.size());
-        const Scope scope = open.empty() ? Scope{} : open.back().below;
-        // The first two rows, and the list of operands, have texts that are not the source's.
-        const bool ofSource = places.nodes.Of(node->nodeID).begin != NodePlace::kNone;
-        const Declaration declared = ofSource ? DeclaredBy(row.text, scope) : Declaration{};
-        row.name = declared.name;
-        open.push_back({rows_.size(), ScopeBelow(row.text, declared, scope)});
-        rows_.push_back(row);
-    }
-    while (!open.empty()) close();
-}
-
-Row ParsedFile::MakeRow(const ObjectBranch& node, const NodePlace& place) const {
-    Row row{};
-    row.id = node.nodeID;
-    row.parent = node.parent == nullptr ? -1 : node.parent->nodeID;
-    row.kind = ClassifyRecord(node).kind;
-    row.text = node.contents;
-    if (node.branchType == BranchType::Preprocessor || size_ == 0) return row;
-    // The file and the global namespace are the whole of it; a block that is never closed goes to
-    // its end.
-    row.begin = PlaceOf(place.begin == NodePlace::kNone ? 0 : place.begin);
-    row.end = PlaceOf(place.end == NodePlace::kNone ? size_ - 1 : place.end);
-    return row;
+    rows_.reserve(static_cast<std::size_t>(objectCount) + 2);
+    RowMaker(size, lines, places, rows_).Add(file_.root);
 }

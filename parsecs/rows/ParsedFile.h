@@ -6,16 +6,14 @@
 #include <string_view>
 #include <vector>
 
-#include "plugin/Pipeline.h"
-
-/// A byte of the source. Lines end with LF, CRLF or a lone CR, each once; columns count bytes; both
-/// begin with 1, and 0 means that there is no place.
-struct Place {
-    std::int32_t line = 0;
-    std::int32_t column = 0;
-};
+#include "parsecs/rows/Lines.h"
+#include "tree/SourceFile.h"
 
 /// One node. Its subtree has the ids from `id` to `last`.
+///
+/// The first two rows are the file and what holds all that stands in it, "namespace global": they
+/// have the whole file, or no place where that is empty. The last row lists the operands of
+/// conditional directives and has no place.
 struct Row {
     std::int32_t id;
     std::int32_t parent;    ///< -1 for the file itself, which comes first.
@@ -48,13 +46,6 @@ class ParsedFile {
     const std::string& path() const { return file_.path; }
 
   private:
-    void FindLines(std::string_view source);
-    Place PlaceOf(std::size_t position) const;
-    void AddRows(const SourcePlaces& places);
-    Row MakeRow(const ObjectBranch& node, const NodePlace& place) const;
-
-    std::vector<std::size_t> lineStarts_;
-    std::size_t size_;  // of the source
     SourceFile file_;
     Outcome outcome_ = Outcome::GivenUp;
     std::vector<Row> rows_;

@@ -13,9 +13,20 @@ struct CleaningMaps {
     SourceMap comments;      // of the comment pass
     SourceMap conditionals;  // of the preprocessor pass, whose text is the other's result
 
-    std::size_t SourceOf(std::size_t cleaned) const {
-        return comments.SourceOf(conditionals.SourceOf(cleaned));
-    }
+    /// As SourceMap's.
+    class Reader {
+      public:
+        explicit Reader(const CleaningMaps& maps)
+            : comments_(maps.comments), conditionals_(maps.conditionals) {}
+
+        std::size_t SourceOf(std::size_t cleaned) {
+            return comments_.SourceOf(conditionals_.SourceOf(cleaned));
+        }
+
+      private:
+        SourceMap::Reader comments_;
+        SourceMap::Reader conditionals_;
+    };
 };
 
 /// Groups the cleaning operations; it has no data, and a default-constructed object serves. Nothing

@@ -61,11 +61,3 @@ ScanStep BuildTree(SourceFile& file, SourcePlaces& places) {
     file.text = Cleaner().CleanText(std::move(file.text), {}, file.defines, &places.cleaning);
     return ScanAndRefine(file.path, file.text, true, file.root, file.defines, &places.nodes);
 }
-
-NodePlace SourcePlaces::Of(std::int32_t nodeID) const {
-    NodePlace place = nodes.Of(nodeID);
-    for (std::size_t* position : {&place.begin, &place.end}) {
-        if (*position != NodePlace::kNone) *position = cleaning.SourceOf(*position);
-    }
-    return place;
-}

@@ -30,14 +30,10 @@ void TreeBuilderCS(std::string_view sourcePath, std::span<char> sourceText, bool
 
 // The same road without its end, for those who want the tree and not the text.
 
-/// Where the nodes of a file stand in its source.
+/// Where the nodes of a file stand: positions in its cleaned text, and whence that came.
 struct SourcePlaces {
     CleaningMaps cleaning;
     NodePlaces nodes;
-
-    /// Positions of bytes in the source. kNone where the node has no place, or no end because the
-    /// scan ended before it did.
-    NodePlace Of(std::int32_t nodeID) const;
 };
 
 /// Sets `objectCount` and `currentIndex` back to 0: every parse begins with it, before its

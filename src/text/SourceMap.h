@@ -17,11 +17,31 @@ class SourceMap {
     /// Where the byte at `target` came from. Targets between and behind runs continue the run
     /// before them.
     std::size_t SourceOf(std::size_t target) const {
+        // Asked about an edit that goes on, it is mostly about its last run.
+        if (!runs_.empty() && runs_.back().target <= target) return Of(runs_.back(), target);
         const auto next = std::upper_bound(
             runs_.begin(), runs_.end(), target,
             [](std::size_t position, const Run& run) { return position < run.target; });
         return next == runs_.begin() ? target : Of(*std::prev(next), target);
     }
+
+    /// Answers the same to targets that mostly come in their order, each in the time of the runs
+    /// between it and the one before. The map must outlive it and stay as it is.
+    class Reader {
+      public:
+        explicit Reader(const SourceMap& map) : map_(map) {}
+
+        std::size_t SourceOf(std::size_t target) {
+            const std::vector<Run>& runs = map_.runs_;
+            while (next_ < runs.size() && runs[next_].target <= target) ++next_;
+            while (next_ > 0 && runs[next_ - 1].target > target) --next_;
+            return next_ == 0 ? target : Of(runs[next_ - 1], target);
+        }
+
+      private:
+        const SourceMap& map_;
+        std::size_t next_ = 0;  // the first run behind the last target
+    };
 
   private:
     struct Run {
