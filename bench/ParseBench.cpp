@@ -85,8 +85,7 @@ void Ctags(benchmark::State& state, const Files& files) {
     std::ofstream lines(list);
     for (const auto& file : files) lines << file << '\n';
     lines.close();
-    const std::string command =
-        "ctags --languages=C# --output-format=json -f " + list + ".json -L " + list;
+    const std::string command = "ctags --languages=C# --output-format=json -f - -L " + list;
     for (auto step : state) benchmark::DoNotOptimize(std::system(command.c_str()));
 }
 

@@ -32,6 +32,7 @@ struct CommentState {
     bool InComment() const {
         return inside == Inside::LineComment || inside == Inside::BlockComment;
     }
+    bool Dropping() const { return attribute || InComment(); }
 };
 
 // A byte of the source with its neighbours.
@@ -151,6 +152,12 @@ struct FoundInLiteral : Found {
     explicit FoundInLiteral(const Block64& block) : Found{block.AreFiltered("'\"\\;[")} {}
 };
 
+struct FoundInAttribute : Found {
+    FoundInAttribute() = default;
+    explicit FoundInAttribute(const Block64& block)
+        : Found{block.AreFiltered("]") | BeforeAnother(block.Is('T'))} {}
+};
+
 class CommentPass {
   public:
     CommentPass(std::string_view text, SourceMap* map) : text_(text), kept_(text, map) {}
@@ -165,7 +172,8 @@ class CommentPass {
 
   private:
     std::size_t NextToExamine() {
-        if (state_.unexamined || state_.semicolonSkip || state_.attribute) return position_;
+        if (state_.unexamined || state_.semicolonSkip) return position_;
+        if (state_.attribute) return attribute_.Find(position_, &Found::bytes);
         switch (state_.inside) {
             case Inside::Code: return code_.Find(position_, &Found::bytes);
             case Inside::LineComment: return lineComment_.Find(position_, &Found::bytes);
@@ -178,11 +186,11 @@ class CommentPass {
     void TakeRun(std::size_t end) {
         if (end == position_) return;
         [[maybe_unused]] const CommentState before = state_;
-        if (state_.inside == Inside::Code) {
+        if (state_.inside == Inside::Code && !state_.attribute) {
             state_.statementStart = StartsStatement(text_.substr(position_, end - position_));
         }
         assert(RulesAgree(before, end));
-        if (!state_.InComment()) kept_.Keep(position_, end);
+        if (!state_.Dropping()) kept_.Keep(position_, end);
         position_ = end;
     }
 
@@ -197,7 +205,7 @@ class CommentPass {
 
     // What `TakeRun` takes at once comes to the same byte by byte.
     bool RulesAgree(CommentState state, std::size_t end) const {
-        const Verdict verdict = state.InComment() ? Verdict::Drop : Verdict::Copy;
+        const Verdict verdict = state.Dropping() ? Verdict::Drop : Verdict::Copy;
         for (std::size_t at = position_; at < end; ++at) {
             if (IsFiltered(text_[at]) || Examine(state, {text_, at}) != verdict) return false;
         }
@@ -219,6 +227,7 @@ class CommentPass {
     BlockScan<FoundInLineComment> lineComment_{text_};
     BlockScan<FoundInBlockComment> blockComment_{text_};
     BlockScan<FoundInLiteral> literal_{text_};
+    BlockScan<FoundInAttribute> attribute_{text_};
     std::size_t position_ = 0;  // of the byte that is read
     RunCopy kept_;
     CommentState state_;
