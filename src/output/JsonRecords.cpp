@@ -31,7 +31,8 @@ JsonRecords::JsonRecords(TextBuffer& text) : text_(text) { TextBuffer::Writer(te
 void JsonRecords::Add(const Record& record) {
     const ObjectBranch& node = record.node;
     TextBuffer::Writer text(text_);
-    text.Put(first_ ? "  {\n    \"lineNumber\": " : ",\n  {\n    \"lineNumber\": ");
+    if (!first_) text.Put(",\n");
+    text.Put("  {\n    \"lineNumber\": ");
     text.PutNumber(node.lineNumber);
     text.Put(
         ",\n"
