@@ -1,6 +1,6 @@
 // parsecs: shows the structure of source files, each parsed by one of several worker processes.
-#include <cstdio>
 #include <exception>
+#include <memory>
 
 #include "parsecs/Plan.h"
 #include "parsecs/command/CommandLine.h"
@@ -9,14 +9,16 @@
 #include "parsecs/manual/Manual.h"
 #include "parsecs/output/OutputFile.h"
 #include "parsecs/output/Temporary.h"
-#include "parsecs/run/Report.h"
+#include "parsecs/run/Messages.h"
 #include "parsecs/run/Run.h"
 #include "parsecs/text/TextForm.h"
 
 namespace {
 
 int ShowAbout(const Options& options) {
-    OutputFile(options.output).Write(AboutText(options));
+    OutputFile output(options.output);
+    output.Write(AboutText(options));
+    output.Finish();
     return kDone;
 }
 

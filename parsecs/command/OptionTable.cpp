@@ -90,6 +90,18 @@ const Example kExampleRows[] = {
     {"git ls-files -z '*.cs' | parsecs -0 --files-from - --jsonl", "what git knows"},
 };
 
+const std::string_view kParagraphRows[] = {
+    "A folder stands for the regular files named *.cs at any depth below it; links to folders are "
+    "not followed there. Other files are taken by their names, a file that is named twice once. "
+    "Files are parsed by worker processes; one that crashes costs the file it was at.",
+    "Without -o or --into the output goes to standard output. A file appears whole or not at all: "
+    "it is written under a name of its own and put in place by renaming, with the mode of the old "
+    "one, and where a symbolic link leads to. What lies outside of the folder that you are in has "
+    "no place below DIR.",
+    "Files that could not be read, were given up, or stopped early because their braces do not "
+    "match are named on standard error. For more than one file the counts follow.",
+};
+
 const ExitCode kExitCodeRows[] = {
     {kDone, "All files were parsed and written; those that stopped early are named."},
     {kSomeFailed, "Some file could not be read or was given up; all others were written."},
@@ -100,6 +112,7 @@ const ExitCode kExitCodeRows[] = {
 }  // namespace
 
 const std::string_view kSummary = "Shows the statements and blocks of C#-like source files.";
+const std::span<const std::string_view> kParagraphs = kParagraphRows;
 const std::span<const OptionGroup> kOptionGroups = kGroups;
 const std::span<const Example> kExamples = kExampleRows;
 const std::span<const ExitCode> kExitCodes = kExitCodeRows;

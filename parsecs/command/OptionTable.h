@@ -34,6 +34,7 @@ struct ExitCode {
 enum { kDone = 0, kSomeFailed = 1, kUsage = 2, kNotWritten = 3 };
 
 extern const std::string_view kSummary;
+extern const std::span<const std::string_view> kParagraphs;  ///< For who wants to know more.
 extern const std::span<const OptionGroup> kOptionGroups;
 extern const std::span<const Example> kExamples;
 extern const std::span<const ExitCode> kExitCodes;

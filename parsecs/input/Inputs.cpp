@@ -99,7 +99,8 @@ class Finder {
 
     void Push(const fs::directory_entry& entry) {
         std::error_code error;
-        const bool isFolder = entry.symlink_status(error).type() == fs::file_type::directory;
+        const bool isLink = entry.is_symlink(error);
+        const bool isFolder = !error && !isLink && entry.is_directory(error);
         const std::string& path = entry.path().native();
         if (error) return Fail(path, error.message());
         if (isFolder || path.ends_with(".cs")) pending_.push_back({path, isFolder});

@@ -19,10 +19,12 @@ constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP};
 // What the handler of signals sees: a path, or null.
 std::array<std::atomic<const char*>, 8> removed;
 
+pid_t owner = -1;  // the process whose files they are, and not one that it forked
+
 // The handler is gone by the time it runs: the signal that is raised ends the program.
 void RemoveAndEnd(int signal) {
     for (const auto& path : removed) {
-        if (path != nullptr) unlink(path);
+        if (path != nullptr && getpid() == owner) unlink(path);
     }
     raise(signal);
 }
@@ -66,12 +68,12 @@ mode_t NewFileMode() {
 }  // namespace
 
 void RemoveTemporariesOnSignals() {
+    owner = getpid();
     for (const int signal : kEndingSignals) SetHandler(signal, RemoveAndEnd);
 }
 
 void ForgetTemporaries() {
     for (const int signal : kEndingSignals) SetHandler(signal, SIG_DFL);
-    for (auto& path : removed) path = nullptr;
 }
 
 TemporaryFile::TemporaryFile(const std::string& target) : target_(target) {

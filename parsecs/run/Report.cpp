@@ -1,22 +1,7 @@
 #include "parsecs/run/Report.h"
 
-#include <algorithm>
-#include <cstdio>
-
 #include "parsecs/command/OptionTable.h"
-
-std::string Shown(std::string text) {
-    const auto isControl = [](char c) {
-        return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
-    };
-    std::replace_if(text.begin(), text.end(), isControl, '?');
-    return text;
-}
-
-void Say(const std::string& message) {
-    const std::string line = "parsecs: " + Shown(message) + '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
-}
+#include "parsecs/run/Messages.h"
 
 void Report::NoteUnreadable(const std::string& path, const std::string& reason) {
     ++unreadable_;

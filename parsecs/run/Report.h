@@ -6,13 +6,6 @@
 
 #include "parsecs/run/Reply.h"
 
-/// The text as it may stand in a message: control bytes, which could move a terminal's cursor, are
-/// question marks.
-std::string Shown(std::string text);
-
-/// Writes a line to standard error, over the progress if there is any.
-void Say(const std::string& message);
-
 class Report {
   public:
     void NoteUnreadable(const std::string& path, const std::string& reason);

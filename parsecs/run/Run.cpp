@@ -2,6 +2,8 @@
 
 #include <deque>
 
+#include "parsecs/run/Messages.h"
+#include "parsecs/run/Progress.h"
 #include "parsecs/run/Report.h"
 #include "parsecs/run/Workers.h"
 
@@ -12,7 +14,8 @@ class Runner {
     Runner(const Options& options, const Inputs& inputs, Form& form)
         : files_(inputs.files),
           form_(form),
-          workers_(options.jobs == 0 ? UsableCores() : options.jobs, form, files_, options.traces) {
+          workers_(options.jobs == 0 ? UsableCores() : options.jobs, form, files_, options.traces),
+          progress_(options, files_) {
         for (const auto& [path, reason] : inputs.failures) report_.NoteUnreadable(path, reason);
     }
 
@@ -40,6 +43,7 @@ class Runner {
                 ordered_.push_back(next_);
             } else {
                 report_.NoteUnchanged();
+                progress_.Pass(files_[next_]);
             }
         }
     }
@@ -54,11 +58,13 @@ class Runner {
         } catch (const OutputFailure& failure) {
             report_.NoteUnwritten(failure.what());
         }
+        progress_.Pass(files_[number]);
     }
 
     const std::vector<FoundFile>& files_;
     Form& form_;
     Workers workers_;
+    Progress progress_;
     Report report_;
     FileNumber next_ = 0;
     std::deque<FileNumber> ordered_;  // and not taken
@@ -76,6 +82,7 @@ int Run(const Options& options, const Inputs& inputs, Form& form) {
     try {
         runner.ParseAll();
         form.Finish(report.IsWorthFinishing());
+        ClearPassing();
     } catch (const std::exception& error) {
         form.Finish(false);
         report.NoteUnwritten(error.what());

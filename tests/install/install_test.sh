@@ -31,6 +31,10 @@ cmake --install "$build" --prefix "$scratch/first" >"$log"
 mv "$scratch/first" "$scratch/tree"
 check_hosts installed "-DCMAKE_PREFIX_PATH=$scratch/tree"
 "$scratch/tree/bin/parsecs" "$sample" | cmp - "$scratch/expected"
+for text in man/man1/parsecs.1 bash-completion/completions/parsecs zsh/site-functions/_parsecs \
+    fish/vendor_completions.d/parsecs.fish; do
+    grep -q outline "$scratch/tree/share/$text" || fail "no $text"
+done
 
 package=$(find "$scratch/tree" -name plugincs.pc -printf %h)
 pc() { PKG_CONFIG_PATH=$package pkg-config "$@" plugincs; }
