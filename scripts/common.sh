@@ -30,7 +30,7 @@ install_packages() {
     fi
     echo "Installing them: ${sudo[*]} apt-get install $*"
     local install=("${sudo[@]}" env DEBIAN_FRONTEND=noninteractive
-        apt-get install -y -qq --no-install-recommends "$@")
+        apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout=120 "$@")
     if ! "${install[@]}" && ! { "${sudo[@]}" apt-get update -qq && "${install[@]}"; }; then
         echo "That failed. Please have them installed and try again: apt-get install $*"
         exit 1

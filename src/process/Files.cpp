@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 
@@ -17,6 +18,18 @@
 #endif
 
 namespace {
+
+#ifdef _WIN32
+using IoSize = unsigned int;
+#else
+using IoSize = std::size_t;
+#endif
+
+// What one call may be asked for: it may do less anyway.
+IoSize AtOnce(std::size_t bytes) {
+    constexpr std::size_t kMost = std::size_t{1} << 30;
+    return static_cast<IoSize>(std::min(bytes, kMost));
+}
 
 // A system call that a signal interrupted is made again: the host may have handlers of its own.
 template <typename Call>
@@ -43,13 +56,14 @@ class Descriptor {
     // How many bytes were read into the room, none at the end of the file or where it cannot be
     // read.
     std::size_t Read(char* to, std::size_t room) const {
-        const auto got = Retried([&] { return read(number_, to, room); });
+        const auto got = Retried([&] { return read(number_, to, AtOnce(room)); });
         return got > 0 ? static_cast<std::size_t>(got) : 0;
     }
 
     // How many of the bytes were written, none where it cannot be written.
     std::size_t Write(std::string_view bytes) const {
-        const auto done = Retried([&] { return write(number_, bytes.data(), bytes.size()); });
+        const auto done =
+            Retried([&] { return write(number_, bytes.data(), AtOnce(bytes.size())); });
         return done > 0 ? static_cast<std::size_t>(done) : 0;
     }
 
