@@ -7,7 +7,7 @@
 #include "parsecs/rows/ParsedFile.h"
 
 struct OutlineStyle {
-    std::size_t width = 0;  ///< Bytes of a line at most, as a terminal shows them; 0: all.
+    std::size_t width = 0;  ///< Bytes of a line at most, as far as texts can be cut; 0: all.
     bool colour = false;
 };
 

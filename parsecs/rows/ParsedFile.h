@@ -11,9 +11,9 @@
 
 /// One node. Its subtree has the ids from `id` to `last`.
 ///
-/// The first two rows are the file and what holds all that stands in it, "namespace global": they
-/// have the whole file, or no place where that is empty. The last row lists the operands of
-/// conditional directives and has no place.
+/// The first two rows are the file and "namespace global", which holds what stands in it: they have
+/// the whole file, or no place where that is empty; but the second ends where a brace too many
+/// closes it. The last row lists the operands of conditional directives and has no place.
 struct Row {
     std::int32_t id;
     std::int32_t parent;    ///< -1 for the file itself, which comes first.

@@ -1,0 +1,178 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+
+#include "cleaner/Cleaner.h"
+#include "parsecs/outline/Outline.h"
+#include "parsecs/rows/JsonLines.h"
+#include "tests/support/QuietStdout.h"
+#include "tests/support/RowChecks.h"
+#include "text/CharClass.h"
+
+namespace {
+
+// Names are '$', and white space where anything may stand '~'; a line feed stands for any line end.
+constexpr const char* kPieces[] = {
+    "$~$ = $;~",
+    "\t\xC3\xA4 $(\"{;\\\"}//\", '\\'')~;",
+    "\n[A(\"x\")] $~$;",
+    "$ =\n [B] $;\n[C, D]\n$(typeof(int[]));",
+    "\n#if A\n$;\n#endif\n",
+    "\n#ifndef A\n  $~;\n#else\n$;\n#endif\n",
+    "$ =\n#if A\n$ +\n#endif\n  $;",
+    "$ \\ \n$;",
+    "$(@\"c:\\$\", $\"{$}\");",
+    "$($; $; $) {~",
+    "class $ :~$\n{",
+    "public struct $~{~",
+    "{~",
+    "if ($ == $)~{ ; #region $\n$; #endregion\n",
+    "; #if $~\n$~{ $; } #else  \n$; #endif\n",
+    "~}~",
+    "~} ",
+    "~}\n;",
+    "; #define $ \n$;",
+    "/* { \" * */$;",
+    "// don't; {\n$;",
+};
+
+constexpr const char* kGaps[] = {" ", "\n", "\t ", " /*;{*/ ", " // }\"\n", "\n\n", "\n//[A]\n"};
+constexpr const char* kLineEnds[] = {"\n", "\r\n", "\r", "\n\r"};
+
+class Programs {
+  public:
+    std::string Next() {
+        std::string program;
+        for (auto count = draw_() % 40; count > 0; --count) Add(Pick(kPieces), program);
+        const bool cut = draw_() % 4 == 0;
+        return program.substr(0, cut ? draw_() % (program.size() + 1) : std::string::npos);
+    }
+
+  private:
+    template <std::size_t N>
+    const char* Pick(const char* const (&choices)[N]) {
+        return choices[draw_() % N];
+    }
+
+    void Add(const char* piece, std::string& program) {
+        for (; *piece != '\0'; ++piece) {
+            if (*piece == '~') Add(Pick(kGaps), program);
+            if (*piece == '$') program.append("n").append(std::to_string(names_++));
+            if (*piece == '\n') program += Pick(kLineEnds);
+            if (std::string_view("~$\n").find(*piece) == std::string_view::npos) program += *piece;
+        }
+    }
+
+    std::mt19937 draw_{1};
+    int names_ = 0;  // each is there once: nothing else reads like a row's text
+};
+
+std::string WithoutWhiteSpace(std::string text) {
+    text.erase(std::remove_if(text.begin(), text.end(), IsAsciiSpace), text.end());
+    return text;
+}
+
+// What a piece of the source reads like in the middle of a statement.
+std::string Cleaned(std::string_view source, std::size_t begin, std::size_t length) {
+    std::vector<std::string> defines;
+    const std::string text = "{" + std::string(source.substr(begin, length));
+    return WithoutWhiteSpace(Cleaner().CleanText(text, {}, defines)).substr(1);
+}
+
+// With a brace, or as a directive that closes it: its last byte is no white space.
+bool EndsBlock(std::string_view source, std::size_t end) {
+    const std::string_view line = source.substr(source.find_last_of("\r\n", end) + 1);
+    const bool directive = line.find("#e") != std::string_view::npos;
+    return source[end] == '}' || (directive && !IsAsciiSpace(source[end]));
+}
+
+// At the row's place the source has its text, and behind it what ends it.
+std::string Misplaced(const Row& row, std::string_view source) {
+    const Positions positions(source);
+    const std::size_t begin = positions.Of(row.begin);
+    const std::size_t end = positions.Of(row.end);
+    const std::string text = WithoutWhiteSpace(std::string(row.text));
+    const std::string found = Cleaned(source, begin, std::string_view::npos);
+    if (!text.empty() && source[begin] != text[0]) return "another first byte";
+    if (!found.starts_with(text)) return "another text";
+    const char behind = found[text.size()];
+    const std::string whole = Cleaned(source, begin, end + 1 - begin);
+    const bool section = text.starts_with('#') && text[1] != 'd';
+    if (section || behind == '{') {
+        return end + 1 == source.size() || EndsBlock(source, end) ? "" : "another end of a block";
+    }
+    const bool ended = text.starts_with('#') ? whole == text : whole == text + behind;
+    return ended ? "" : "another end of a statement";
+}
+
+std::string Broken(const std::string& source, std::size_t& checked) {
+    const QuietStdout quiet;
+    const ParsedFile file("a.cs", source);
+    const std::vector<Row>& rows = file.rows();
+    std::string broken = BrokenByRows(file, source);
+    for (std::size_t i = 2; i + 1 < rows.size() && broken.empty(); ++i, ++checked) {
+        broken = Misplaced(rows[i], source);
+        if (!broken.empty()) broken.append(": ").append(rows[i].text);
+    }
+    return broken;
+}
+
+TEST(Rows, StandWhereTheyWereRead) {
+    Programs programs;
+    std::size_t checked = 0;
+    for (int round = 0; round < 1500; ++round) {
+        const std::string source = programs.Next();
+        ASSERT_EQ(Broken(source, checked), "") << source;
+    }
+    EXPECT_GT(checked, 15000U);
+}
+
+std::string Lines(std::string path, std::string source) {
+    const QuietStdout quiet;
+    std::string lines;
+    AppendJsonLines(ParsedFile(std::move(path), std::move(source)), lines);
+    return lines;
+}
+
+TEST(JsonLines, AreTheSameForEveryFile) {
+    const std::string file = R"({"file":"s/\u000aa.cs","id":)";
+    const std::string whole = R"(,"name":"","line":1,"column":1,"endLine":2,"endColumn":7,"text":)";
+    EXPECT_EQ(Lines("s/\na.cs", "#ifndef A\r c='\"';"),
+              file + R"(0,"parent":-1,"last":3,"depth":0,"kind":"filepath")" + whole +
+                  "\"\\u000aa.cs\"}\n" + file +
+                  R"(1,"parent":0,"last":2,"depth":1,"kind":"namespace")" + whole +
+                  "\"namespace global\"}\n" + file +
+                  R"(2,"parent":1,"last":2,"depth":2,"kind":"line","name":"",)"
+                  R"("line":2,"column":2,"endLine":2,"endColumn":7,"text":"c='\"'"})"
+                  "\n" +
+                  file +
+                  R"(3,"parent":0,"last":3,"depth":1,"kind":"preprocessor","name":"",)"
+                  R"("line":null,"column":null,"endLine":null,"endColumn":null,"text":"A"})"
+                  "\n");
+    EXPECT_EQ(Lines("", "").find("\"line\":1"), std::string::npos);
+    EXPECT_EQ(Lines("", ";#endif\n;#endif\n"), "");
+}
+
+std::string Outlined(OutlineStyle style) {
+    const QuietStdout quiet;
+    std::string text;
+    AppendOutline(
+        {"\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4", "\n" + std::string(30, '{') + "a =\n b;"},
+        style, text);
+    return text;
+}
+
+TEST(Outline, FitsAndIndents) {
+    const std::string all = Outlined({});
+    EXPECT_NE(all.find("\n     1    namespace  namespace global\n     2      define  \n"),
+              std::string::npos);
+    EXPECT_NE(all.find("\n     2" + std::string(42, ' ') + "line  a = b\n"), std::string::npos);
+    const std::string first =
+        "\x1B[2m     1  \x1B[0m\x1B[36mfilepath\x1B[0m  \xC3\xA4\xC3\xA4...\n"
+        "\x1B[2m     1    \x1B[0m\x1B[36mnamespace\x1B[0m  na...\n";
+    EXPECT_EQ(Outlined({.width = 26, .colour = true}).substr(0, first.size()), first);
+}
+
+}  // namespace
