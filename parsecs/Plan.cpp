@@ -30,6 +30,9 @@ void CheckInputs(const Options& options) {
 
 void CheckPlaces(const Options& options) {
     std::error_code error;
+    if (!options.formFile.empty() && !(options.output + options.folder).empty()) {
+        throw UsageError(options.formOption + " FILE tells the place: leave out -o and --into");
+    }
     if (!options.output.empty() && !options.folder.empty()) {
         throw UsageError("-o and --into are two places: use one");
     }
@@ -42,7 +45,8 @@ void CheckPlaces(const Options& options) {
 }
 
 void CheckNumber(const Options& options) {
-    if (TakesSeveral(options.form) || !options.folder.empty()) return;
+    if (!options.formFile.empty() || !options.folder.empty()) return;
+    if (TakesSeveral(options.form)) return;
     const bool one = options.list.empty() && options.inputs.size() == 1;
     if (one && !IsFolder(options.inputs.front())) return;
     const std::string what = !options.list.empty()       ? "a list of files"

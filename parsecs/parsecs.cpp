@@ -5,6 +5,7 @@
 #include "parsecs/Plan.h"
 #include "parsecs/command/CommandLine.h"
 #include "parsecs/command/OptionTable.h"
+#include "parsecs/index/IndexForm.h"
 #include "parsecs/input/Inputs.h"
 #include "parsecs/manual/Manual.h"
 #include "parsecs/output/OutputFile.h"
@@ -22,12 +23,17 @@ int ShowAbout(const Options& options) {
     return kDone;
 }
 
+std::unique_ptr<Form> MakeForm(const Options& options, const Inputs& inputs) {
+    if (options.form != Options::Form::Index) return MakeTextForm(options);
+    return std::make_unique<IndexForm>(options.formFile, inputs.named);
+}
+
 int Parse(Options options) {
     SettleOutput(options);
     CheckPlan(options);
     const Inputs inputs = FindInputs(options);
     CheckOutputs(options, inputs);
-    const std::unique_ptr<Form> form = MakeTextForm(options);
+    const std::unique_ptr<Form> form = MakeForm(options, inputs);
     return Run(options, inputs, *form);
 }
 

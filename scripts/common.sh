@@ -42,12 +42,13 @@ need_build_tools() {
 }
 
 need_program_libraries() {
-    need /usr/include/nlohmann/json.hpp nlohmann-json3-dev
+    need /usr/include/nlohmann/json.hpp nlohmann-json3-dev /usr/include/sqlite3.h libsqlite3-dev
 }
 
 need_test_libraries() {
     need_program_libraries
     need /usr/include/gtest/gtest.h libgtest-dev pkg-config pkg-config
+    need sqlite3 sqlite3
 }
 
 # build PRESET [TARGET...]: says nothing when there is nothing to do.

@@ -36,6 +36,12 @@ const Option kForms[] = {
      [](Options& o, const std::string&) { ChooseForm(o, Options::Form::Rows, "--jsonl"); }},
     {0, "outline", "", "A tree for reading, a line for each node.",
      [](Options& o, const std::string&) { ChooseForm(o, Options::Form::Outline, "--outline"); }},
+    {0, "db", "FILE",
+     "An SQLite database to ask questions of. An existing one is brought up to date.",
+     [](Options& o, const std::string& value) {
+         ChooseForm(o, Options::Form::Index, "--db");
+         o.formFile = value;
+     }},
 };
 
 const Option kPlaces[] = {
@@ -86,6 +92,7 @@ const Example kExampleRows[] = {
     {"parsecs --strict Program.cs | jq .", "the same as valid JSON"},
     {"parsecs --jsonl src | grep '\"kind\":\"class\"'", "rows of all *.cs files below src"},
     {"parsecs --outline src | less", "trees for reading"},
+    {"parsecs --db src.db src", "a database of all of them, or what has changed"},
     {"parsecs --strict --into out src", "a JSON file below out for each"},
     {"git ls-files -z '*.cs' | parsecs -0 --files-from - --jsonl", "what git knows"},
 };

@@ -11,13 +11,14 @@ struct UsageError : std::runtime_error {
 };
 
 struct Options {
-    enum class Form { Records, Strict, Rows, Outline };
+    enum class Form { Records, Strict, Rows, Outline, Index };
     enum class Colour { Auto, Always, Never };
     /// Texts about the program itself, which are printed instead of parsing anything.
     enum class About { Nothing, Help, Version, ManPage, Completion };
 
     Form form = Form::Records;
     std::string formOption;           ///< As it was given; empty for the default.
+    std::string formFile;             ///< The one file of a form that makes one of all inputs.
     std::vector<std::string> inputs;  ///< Files, folders, "-" for standard input.
     std::string list;                 ///< A file that names inputs; empty: none.
     bool listEndsInNul = false;       ///< Its names end in NUL, not in a line feed.

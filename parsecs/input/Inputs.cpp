@@ -36,6 +36,7 @@ class Finder {
   public:
     void Add(const std::string& input) {
         struct stat status {};
+        found_.named.push_back(input);
         if (Examine(input, status) != 0) {
             Fail(input, std::strerror(errno));
         } else if (S_ISDIR(status.st_mode)) {

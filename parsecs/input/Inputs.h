@@ -21,6 +21,7 @@ using FileIdentity = std::pair<dev_t, ino_t>;
 struct Inputs {
     std::vector<FoundFile> files;  ///< Each once, folders in the order of their names' bytes.
     std::set<FileIdentity> identities;
+    std::vector<std::string> named;  ///< As they were given, those of the list among them.
     std::vector<InputFailure> failures;
 
     /// Whether the path leads to one of the files, be it by another name.

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "output/RecordClassification.h"
-#include "parsecs/rows/DeclaredName.h"
 #include "plugin/Pipeline.h"
 #include "process/ModuleState.h"
 
@@ -54,6 +53,7 @@ class RowMaker {
             {&node, rows_.size(), place.end, ScopeBelow(node.contents, declared, scope)});
         rows_.push_back(MakeRow(node));
         rows_.back().name = declared.name;
+        rows_.back().declares = declared.kind;
         if (ofSource) {
             rows_.back().begin = lines_.At(cleaning_.SourceOf(place.begin));
         } else if (node.branchType != BranchType::Preprocessor && sourceSize_ > 0) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "parsecs/rows/DeclaredName.h"
 #include "parsecs/rows/Lines.h"
 #include "tree/SourceFile.h"
 
@@ -22,8 +23,9 @@ struct Row {
     std::string_view kind;  ///< The kind of the node's record.
     std::string_view name;  ///< What a declaration declares; empty where the text declares nothing.
     std::string_view text;  ///< The node's whole text.
-    Place begin;            ///< First byte of the text, or of what made the node where it has none.
-    Place end;              ///< The ';', the '}' or the last byte that ends it.
+    Declaration::Kind declares;  ///< None where there is no name.
+    Place begin;  ///< First byte of the text, or of what made the node where it has none.
+    Place end;    ///< The ';', the '}' or the last byte that ends it.
 };
 
 /// Parses on construction. The parser's state is one per process: one file at a time, though parsed

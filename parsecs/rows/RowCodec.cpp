@@ -4,6 +4,10 @@
 
 namespace {
 
+// The first byte of a row: its kind, and above that what it declares.
+constexpr unsigned kKindBits = 5;
+static_assert(kRowKinds.size() <= 1U << kKindBits);
+
 // Seven bits a byte, the lowest first; all but the last byte have the eighth set.
 void AppendNumber(std::uint32_t number, std::string& out) {
     for (; number >= 0x80; number >>= 7U) out += static_cast<char>(number | 0x80U);
@@ -32,7 +36,8 @@ std::uint8_t KindNumber(std::string_view kind) {
 void EncodeRows(const ParsedFile& file, std::string& out) {
     Row before{};
     for (const Row& row : file.rows()) {
-        out += static_cast<char>(KindNumber(row.kind));
+        const auto declares = static_cast<unsigned>(row.declares);
+        out += static_cast<char>(KindNumber(row.kind) | declares << kKindBits);
         AppendDifference(before.id, row.id, out);
         AppendDifference(row.id, row.parent, out);
         AppendDifference(row.id, row.last, out);
@@ -49,9 +54,11 @@ void EncodeRows(const ParsedFile& file, std::string& out) {
 
 bool RowReader::Next(Row& row) {
     if (rest_.empty()) return false;
-    const auto kind = static_cast<unsigned char>(rest_.front());
+    const auto first = static_cast<unsigned char>(rest_.front());
     rest_.remove_prefix(1);
-    row.kind = kRowKinds[std::min<std::size_t>(kind, kRowKinds.size() - 1)];
+    const std::size_t kind = first % (1U << kKindBits);
+    row.kind = kRowKinds[std::min(kind, kRowKinds.size() - 1)];
+    row.declares = static_cast<Declaration::Kind>(first >> kKindBits);
     row.id = id_ = NumberFrom(id_);
     row.parent = NumberFrom(row.id);
     row.last = NumberFrom(row.id);

@@ -9,7 +9,7 @@ namespace {
 
 auto Fields(const Row& row) {
     return std::tuple(row.id, row.parent, row.last, row.depth, row.kind, row.name, row.text,
-                      row.begin.line, row.begin.column, row.end.line, row.end.column);
+                      row.declares, row.begin.line, row.begin.column, row.end.line, row.end.column);
 }
 
 TEST(RowCodec, GivesBackEveryRow) {

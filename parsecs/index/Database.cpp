@@ -1,0 +1,88 @@
+#include "parsecs/index/Database.h"
+
+#include <sqlite3.h>
+
+#include <utility>
+
+namespace {
+
+// Another run's changes, and readers while they take their place, are waited for that long.
+constexpr int kPatience = 30'000;  // milliseconds
+
+}  // namespace
+
+Database::Database(const std::string& path, std::string name) : name_(std::move(name)) {
+    if (sqlite3_open(path.c_str(), &connection_) != SQLITE_OK) {
+        const DatabaseError error(name_, sqlite3_errmsg(connection_));
+        sqlite3_close(connection_);
+        throw error;
+    }
+    sqlite3_busy_timeout(connection_, kPatience);
+}
+
+Database::~Database() { sqlite3_close(connection_); }
+
+void Database::Run(const std::string& sql) {
+    if (sqlite3_exec(connection_, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) Fail();
+}
+
+void Database::Fail() const {
+    const int code = sqlite3_errcode(connection_);
+    if (code == SQLITE_BUSY) throw DatabaseError(name_, "another program keeps it busy");
+    if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB) {
+        throw DatabaseError(name_, "is damaged or no database, and is left as it is");
+    }
+    throw DatabaseError(name_, sqlite3_errmsg(connection_));
+}
+
+Statement::Statement(Database& database, std::string_view sql) : database_(database) {
+    Check(sqlite3_prepare_v3(database.connection_, sql.data(), static_cast<int>(sql.size()),
+                             SQLITE_PREPARE_PERSISTENT, &statement_, nullptr));
+}
+
+Statement::~Statement() { sqlite3_finalize(statement_); }
+
+Statement& Statement::With(std::int64_t number) {
+    Check(sqlite3_bind_int64(statement_, ++given_, number));
+    return *this;
+}
+
+Statement& Statement::With(std::string_view text) {
+    // A null pointer would be a null and no empty text.
+    const char* const bytes = text.empty() ? "" : text.data();
+    Check(
+        sqlite3_bind_text64(statement_, ++given_, bytes, text.size(), SQLITE_STATIC, SQLITE_UTF8));
+    return *this;
+}
+
+Statement& Statement::WithNull() {
+    Check(sqlite3_bind_null(statement_, ++given_));
+    return *this;
+}
+
+bool Statement::Next() {
+    const int status = sqlite3_step(statement_);
+    if (status == SQLITE_ROW) return true;
+    given_ = 0;
+    Check(sqlite3_reset(statement_));
+    return false;
+}
+
+void Statement::Run() {
+    while (Next()) {
+    }
+}
+
+std::int64_t Statement::Number(int column) const {
+    return sqlite3_column_int64(statement_, column);
+}
+
+std::string_view Statement::Text(int column) const {
+    const auto* const bytes = sqlite3_column_text(statement_, column);
+    const int size = sqlite3_column_bytes(statement_, column);
+    return {reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(size)};
+}
+
+void Statement::Check(int status) const {
+    if (status != SQLITE_OK) database_.Fail();
+}

@@ -1,0 +1,264 @@
+#include "parsecs/index/IndexForm.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <utility>
+
+#include "parsecs/index/Sql.h"
+#include "parsecs/rows/Outcome.h"
+#include "parsecs/rows/RowCodec.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Marks our databases among those of all programs; a database of another format has another number
+// for it.
+constexpr std::int64_t kApplication = 0x70726373;
+constexpr std::int64_t kFormat = 1;
+
+// As the database has it: the same file under one name, however it was given.
+std::string NormalPath(const std::string& path) {
+    const bool plain = path.find("//") == std::string::npos &&
+                       path.find("./") == std::string::npos && !path.ends_with('/');
+    // As most are; or ".." may lead anywhere, by way of links.
+    if (plain || path.find("..") != std::string::npos) return path;
+    std::string normal = fs::path(path).lexically_normal().string();
+    if (normal.size() > 1 && normal.back() == '/') normal.pop_back();
+    return normal;
+}
+
+// Only a path of which the system says so: what cannot be examined may come back.
+bool IsGone(const std::string& path) {
+    struct stat status {};
+    return lstat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
+std::int64_t NumberOf(Database& database, std::string_view sql) {
+    Statement statement(database, sql);
+    return statement.Next() ? statement.Number(0) : 0;
+}
+
+}  // namespace
+
+struct IndexForm::Statements {
+    explicit Statements(Database& database)
+        : putFile(database, "INSERT INTO file VALUES (?, ?, ?, ?, ?, ?, ?, ?)"),
+          touchFile(database, "UPDATE file SET bytes = ?, mtime = ? WHERE id = ?"),
+          putNode(database, "INSERT INTO node VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+          putFunction(database, "INSERT INTO function VALUES (?, ?, ?, ?, ?, ?)") {}
+
+    Statement putFile;
+    Statement touchFile;
+    Statement putNode;
+    Statement putFunction;
+};
+
+IndexForm::IndexForm(std::string path, const std::vector<std::string>& inputs)
+    : path_(std::move(path)) {
+    for (const std::string& input : inputs) inputs_.insert(NormalPath(input));
+    std::error_code error;
+    const fs::file_status old = fs::status(path_, error);
+    if (fs::exists(old) && !fs::is_regular_file(old)) throw DatabaseError(path_, "is no file");
+    const bool anew = !fs::exists(old) || fs::file_size(path_, error) == 0;
+    anew ? StartAnew() : StartUpdate();
+    statements_ = std::make_unique<Statements>(*database_);
+}
+
+IndexForm::~IndexForm() = default;
+
+void IndexForm::StartAnew() {
+    building_.emplace(fs::weakly_canonical(path_).string());
+    database_ = std::make_unique<Database>(building_->path(), path_);
+    database_->Run(
+        "PRAGMA page_size = 8192; PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF;"
+        "PRAGMA locking_mode = EXCLUSIVE; PRAGMA cache_size = -65536; BEGIN");
+    database_->Run("PRAGMA application_id = " + std::to_string(kApplication));
+    database_->Run("PRAGMA user_version = " + std::to_string(kFormat));
+    database_->Run(kSchemaSql);
+    Statement putKind(*database_, "INSERT INTO kind VALUES (?, ?)");
+    for (std::size_t i = 0; i < kRowKinds.size(); ++i) {
+        putKind.With(static_cast<std::int64_t>(i)).With(kRowKinds[i]).Run();
+    }
+}
+
+void IndexForm::StartUpdate() {
+    database_ = std::make_unique<Database>(path_, path_);
+    CheckIsOurs();
+    // Pages that were written before the commit would shut readers out from then on.
+    database_->Run("PRAGMA cache_spill = OFF; BEGIN IMMEDIATE");
+    CheckRoot();
+    LoadFiles();
+    nextFile_ = NumberOf(*database_, "SELECT max(id) FROM file") + 1;
+    nextNode_ = NumberOf(*database_, "SELECT max(id) FROM node") + 1;
+}
+
+void IndexForm::CheckIsOurs() {
+    if (NumberOf(*database_, "PRAGMA application_id") != kApplication) {
+        throw DatabaseError(path_, "is a database of another program, and is left as it is");
+    }
+    const std::int64_t format = NumberOf(*database_, "PRAGMA user_version");
+    if (format == kFormat) return;
+    throw DatabaseError(path_, "has format " + std::to_string(format) + " and not " +
+                                   std::to_string(kFormat) +
+                                   ": delete it, and it will be built anew");
+}
+
+// Relative paths mean something else in another folder.
+void IndexForm::CheckRoot() {
+    Statement root(*database_, "SELECT value FROM meta WHERE name = 'root'");
+    const std::string old(root.Next() ? root.Text(0) : "");
+    if (old == fs::current_path().string()) return;
+    for (const std::string& input : inputs_) {
+        if (!input.starts_with('/')) {
+            throw DatabaseError(path_, "was made in the folder " + old +
+                                           ": run there, or delete it to build it anew");
+        }
+    }
+}
+
+void IndexForm::LoadFiles() {
+    Statement file(*database_, "SELECT path, id, bytes, mtime, hash, stopped IS NULL FROM file");
+    while (file.Next()) {
+        const auto bytes = static_cast<std::uint64_t>(file.Number(2));
+        const auto hash = static_cast<std::uint64_t>(file.Number(4));
+        const bool whole = file.Number(5) != 0;
+        files_.emplace(file.Text(0), KnownFile{file.Number(1), bytes, file.Number(3), hash, whole});
+    }
+}
+
+bool IndexForm::Wants(const FoundFile& file) {
+    KnownFile& known = files_.try_emplace(NormalPath(file.path), KnownFile{}).first->second;
+    if (known.seen) return false;  // named twice
+    known.seen = true;
+    known.failed = !known.whole || known.bytes != file.bytes || known.modified != file.modified;
+    return known.failed;
+}
+
+FileOutcome IndexForm::Make(ReadSource source, std::string& made) const {
+    const std::uint64_t hash = HashOf(source.text);
+    const auto known = files_.find(NormalPath(source.path));
+    if (known != files_.end() && known->second.whole && known->second.hash == hash) {
+        EncodeUnchanged(hash, made);
+        return {};
+    }
+    const ParsedFile file(std::move(source.path), std::move(source.text));
+    const FileOutcome outcome = OutcomeOf(file);
+    EncodeFile(hash, outcome, file, made);
+    return outcome;
+}
+
+void IndexForm::Take(const FoundFile& file, std::string_view made) {
+    const std::string path = NormalPath(file.path);
+    KnownFile& known = files_[path];
+    const FileIndex index = DecodeFile(made);
+    const bool same = known.id != 0 && known.hash == index.hash;
+    const bool touched = known.bytes != file.bytes || known.modified != file.modified;
+    known.failed = false;
+    if (same && !touched) return;
+    if (known.id != 0 && !same) Remove(known.id);
+    if (known.id == 0) known.id = nextFile_++;
+    known.bytes = file.bytes;
+    known.modified = file.modified;
+    known.hash = index.hash;
+    same ? Touch(known) : PutFile(path, known, index);
+    changed_ = true;
+}
+
+void IndexForm::Touch(const KnownFile& file) {
+    const auto bytes = static_cast<std::int64_t>(file.bytes);
+    statements_->touchFile.With(bytes).With(file.modified).With(file.id).Run();
+}
+
+void IndexForm::PutFile(const std::string& path, const KnownFile& file, const FileIndex& index) {
+    const std::int64_t first = nextNode_;
+    for (const FunctionFigures& figures : index.functions) {
+        statements_->putFunction.With(first + figures.id).With(first + figures.last);
+        statements_->putFunction.With(figures.size).With(figures.nesting);
+        statements_->putFunction.With(figures.branches).With(figures.loops).Run();
+    }
+    PutRows(file.id, index.rows);
+    Statement& put = statements_->putFile;
+    put.With(file.id).With(path).With(static_cast<std::int64_t>(file.bytes));
+    put.With(file.modified).With(static_cast<std::int64_t>(file.hash));
+    index.stopped < 0 ? put.WithNull() : put.With(index.stopped);
+    put.With(first).With(nextNode_ - 1).Run();
+}
+
+void IndexForm::PutRows(std::int64_t file, std::string_view rows) {
+    const std::int64_t first = nextNode_;
+    Statement& put = statements_->putNode;
+    RowReader reader(rows);
+    for (Row row; reader.Next(row);) {
+        put.With(first + row.id).With(file);
+        row.parent < 0 ? put.WithNull() : put.With(first + row.parent);
+        put.With(first + row.last).With(row.depth).With(KindNumber(row.kind));
+        put.With(row.begin.line).With(row.begin.column).With(row.end.line);
+        row.name.empty() ? put.WithNull() : put.With(row.name);
+        put.With(row.text).Run();
+        nextNode_ = first + row.id + 1;
+    }
+}
+
+void IndexForm::Remove(std::int64_t file) {
+    for (const char* const table : {"node", "function"}) {
+        const std::string of = " FROM file WHERE id = ?1)";
+        Statement(*database_, std::string("DELETE FROM ") + table +
+                                  " WHERE id BETWEEN (SELECT first" + of + " AND (SELECT last" + of)
+            .With(file)
+            .Run();
+    }
+    Statement(*database_, "DELETE FROM file WHERE id = ?").With(file).Run();
+    changed_ = true;
+}
+
+// Files that are no longer there, and those of which this run could make nothing.
+void IndexForm::RemoveLost() {
+    for (const auto& [path, known] : files_) {
+        if (known.id == 0) continue;
+        const bool vanished = !known.seen && IsBelowInputs(path) && IsGone(path);
+        if (vanished || known.failed) Remove(known.id);
+    }
+}
+
+// There may be as many inputs as files.
+bool IndexForm::IsBelowInputs(const std::string& path) const {
+    for (std::size_t end = path.size(); end != 0 && end != std::string::npos;
+         end = path.rfind('/', end - 1)) {
+        if (inputs_.contains(path.substr(0, end))) return true;
+    }
+    if (path.starts_with('/')) return inputs_.contains("/");
+    return inputs_.contains(".") && !path.starts_with("../");
+}
+
+void IndexForm::Finish(bool complete) {
+    if (!complete) return;
+    RemoveLost();
+    if (building_) database_->Run(kSearchSql);
+    if (building_ || changed_) {
+        PutMeta();
+        database_->Run("COMMIT");
+    }
+    statements_.reset();
+    database_.reset();
+    if (building_) TakePlace();
+}
+
+void IndexForm::PutMeta() {
+    Statement put(*database_, "INSERT OR REPLACE INTO meta VALUES (?, ?)");
+    put.With("version").With(PROJECT_VERSION).Run();
+    put.With("root").With(fs::current_path().string()).Run();
+    database_->Run("INSERT OR REPLACE INTO meta VALUES ('updated', datetime())");
+}
+
+void IndexForm::TakePlace() {
+    // What a run that was killed left beside a database deleted since would be taken for this
+    // one's.
+    for (const char* const rest : {"-journal", "-wal"}) unlink((path_ + rest).c_str());
+    if (fsync(building_->descriptor()) != 0) throw DatabaseError(path_, std::strerror(errno));
+    building_->TakePlace();
+}

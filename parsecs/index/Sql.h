@@ -1,0 +1,5 @@
+// The texts of the folder's .sql files.
+#pragma once
+
+extern const char* const kSchemaSql;
+extern const char* const kSearchSql;

@@ -1,0 +1,87 @@
+-- The database of a code base: its tables and the views to ask. What makes it searchable is in
+-- search.sql, which runs when the rows of a first build are there.
+--
+-- The rows of a file have ids of their own range, in the order of the source, and so has every
+-- subtree: all that lies below a node are the nodes with ids from id + 1 to last. A file that has
+-- changed gets a new range, behind all others.
+
+CREATE TABLE meta (
+    name  TEXT PRIMARY KEY,    -- version: of parsecs; root: the folder that paths without a / at
+    value                      -- their beginning start from; updated: when, UTC
+) WITHOUT ROWID;
+
+CREATE TABLE kind (
+    id    INTEGER PRIMARY KEY,
+    name  TEXT NOT NULL
+);
+
+CREATE TABLE file (
+    id       INTEGER PRIMARY KEY,
+    path     TEXT NOT NULL UNIQUE,
+    bytes    INTEGER NOT NULL,
+    mtime    INTEGER NOT NULL, -- when it was changed last: nanoseconds since 1970, UTC
+    hash     INTEGER NOT NULL, -- FNV-1a of its bytes
+    stopped  INTEGER,          -- the line at which the parse stopped, null where it went through
+    first    INTEGER NOT NULL, -- the node of the file itself
+    last     INTEGER NOT NULL  -- its last node
+);
+
+CREATE TABLE node (
+    id       INTEGER PRIMARY KEY,
+    file     INTEGER NOT NULL, -- file.id
+    parent   INTEGER,          -- null for a file
+    last     INTEGER NOT NULL, -- the last node below it, itself where there is none
+    depth    INTEGER NOT NULL, -- 0 for a file
+    kind     INTEGER NOT NULL, -- kind.id
+    line     INTEGER NOT NULL, -- where its text begins, from 1; 0: there is no such place
+    column   INTEGER NOT NULL, -- in bytes, from 1
+    endLine  INTEGER NOT NULL,
+    name     TEXT,             -- what it declares, null where that is nothing
+    text     TEXT NOT NULL     -- of the statement or the block's header, white space reduced
+);
+
+CREATE TABLE function (
+    id        INTEGER PRIMARY KEY, -- node.id
+    last      INTEGER NOT NULL,    -- node.last
+    size      INTEGER NOT NULL,    -- nodes below it
+    nesting   INTEGER NOT NULL,    -- levels of blocks around its deepest statement
+    branches  INTEGER NOT NULL,    -- nodes of the kinds logic and loop below it
+    loops     INTEGER NOT NULL     -- levels of loops inside one another
+);
+
+-- What has a name: types, functions, properties, fields and so on.
+CREATE VIEW definitions AS
+SELECT node.name, kind.name AS kind, file.path, node.line, node.column, node.endLine, node.text,
+       node.id, node.last
+FROM node JOIN file ON file.id = node.file JOIN kind ON kind.id = node.kind
+WHERE node.name IS NOT NULL;
+
+-- Where a word is used, upper or lower case: WHERE word = 'x', or 'x AND y', or 'x*'. By the text
+-- alone: two things of the same name are not told apart.
+CREATE VIEW uses AS
+SELECT text_fts.text_fts AS word, file.path, node.line, node.column,
+       (SELECT holder.name
+        FROM function JOIN node AS holder ON holder.id = function.id
+        WHERE function.id BETWEEN file.first AND node.id AND function.last >= node.id
+        ORDER BY function.id DESC LIMIT 1) AS function,
+       kind.name AS kind, node.text, node.id, node.last
+FROM text_fts JOIN node ON node.id = text_fts.rowid JOIN file ON file.id = node.file
+    JOIN kind ON kind.id = node.kind;
+
+-- The nodes as people read them, each below what holds it: WHERE path = 'x' ORDER BY id.
+CREATE VIEW outline AS
+SELECT file.path, node.line, node.endLine, kind.name AS kind,
+       printf('%*s%s', 2 * min(node.depth, 20), '', coalesce(node.name, node.text)) AS outline,
+       node.name, node.text, node.depth, node.id, node.last
+FROM file JOIN node ON node.file = file.id AND node.id BETWEEN file.first AND file.last
+    JOIN kind ON kind.id = node.kind;
+
+-- The range of ids, here and above, leads from one file to what is in it.
+CREATE VIEW functions AS
+SELECT node.name, file.path, node.line, node.endLine, function.size, function.nesting,
+       function.branches, function.loops, node.text, function.id, function.last
+FROM function JOIN node ON node.id = function.id
+    JOIN file ON file.id = node.file AND function.id BETWEEN file.first AND file.last;
+
+CREATE VIEW biggest AS SELECT * FROM functions ORDER BY size DESC;
+CREATE VIEW deepest AS SELECT * FROM functions ORDER BY nesting DESC;
