@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "parsecs/index/Bases.h"
 #include "parsecs/index/Sql.h"
 #include "parsecs/rows/Outcome.h"
 #include "parsecs/rows/RowCodec.h"
@@ -50,12 +51,14 @@ struct IndexForm::Statements {
         : putFile(database, "INSERT INTO file VALUES (?, ?, ?, ?, ?, ?, ?, ?)"),
           touchFile(database, "UPDATE file SET bytes = ?, mtime = ? WHERE id = ?"),
           putNode(database, "INSERT INTO node VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-          putFunction(database, "INSERT INTO function VALUES (?, ?, ?, ?, ?, ?)") {}
+          putFunction(database, "INSERT INTO function VALUES (?, ?, ?, ?, ?, ?)"),
+          putBase(database, "INSERT OR IGNORE INTO base VALUES (?, ?)") {}
 
     Statement putFile;
     Statement touchFile;
     Statement putNode;
     Statement putFunction;
+    Statement putBase;
 };
 
 IndexForm::IndexForm(std::string path, const std::vector<std::string>& inputs)
@@ -200,17 +203,23 @@ void IndexForm::PutRows(std::int64_t file, std::string_view rows) {
         put.With(row.begin.line).With(row.begin.column).With(row.end.line);
         row.name.empty() ? put.WithNull() : put.With(row.name);
         put.With(row.text).Run();
+        if (row.declares == Declaration::Kind::Type) PutBases(first + row.id, row.text);
         nextNode_ = first + row.id + 1;
     }
 }
 
+void IndexForm::PutBases(std::int64_t type, std::string_view header) {
+    for (const std::string_view base : BasesOf(header)) {
+        statements_->putBase.With(type).With(base).Run();
+    }
+}
+
 void IndexForm::Remove(std::int64_t file) {
-    for (const char* const table : {"node", "function"}) {
-        const std::string of = " FROM file WHERE id = ?1)";
-        Statement(*database_, std::string("DELETE FROM ") + table +
-                                  " WHERE id BETWEEN (SELECT first" + of + " AND (SELECT last" + of)
-            .With(file)
-            .Run();
+    for (const char* const ids : {"node WHERE id", "function WHERE id", "base WHERE type"}) {
+        std::string sql("DELETE FROM ");
+        sql.append(ids).append(" BETWEEN (SELECT first FROM file WHERE id = ?1)");
+        sql.append(" AND (SELECT last FROM file WHERE id = ?1)");
+        Statement(*database_, sql).With(file).Run();
     }
     Statement(*database_, "DELETE FROM file WHERE id = ?").With(file).Run();
     changed_ = true;

@@ -53,6 +53,7 @@ class IndexForm : public Form {
     void Touch(const KnownFile& file);
     void PutFile(const std::string& path, const KnownFile& file, const FileIndex& index);
     void PutRows(std::int64_t file, std::string_view rows);
+    void PutBases(std::int64_t type, std::string_view header);
     void Remove(std::int64_t file);
     void RemoveLost();
     bool IsBelowInputs(const std::string& path) const;

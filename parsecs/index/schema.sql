@@ -49,6 +49,12 @@ CREATE TABLE function (
     loops     INTEGER NOT NULL     -- levels of loops inside one another
 );
 
+CREATE TABLE base (
+    type  INTEGER NOT NULL, -- node.id
+    name  TEXT NOT NULL,    -- what it derives from, without type arguments and namespace
+    PRIMARY KEY (type, name)
+) WITHOUT ROWID;
+
 -- What has a name: types, functions, properties, fields and so on.
 CREATE VIEW definitions AS
 SELECT node.name, kind.name AS kind, file.path, node.line, node.column, node.endLine, node.text,
@@ -67,6 +73,12 @@ SELECT text_fts.text_fts AS word, file.path, node.line, node.column,
        kind.name AS kind, node.text, node.id, node.last
 FROM text_fts JOIN node ON node.id = text_fts.rowid JOIN file ON file.id = node.file
     JOIN kind ON kind.id = node.kind;
+
+-- The types that derive from another, by its name: WHERE base = 'x'.
+CREATE VIEW derived AS
+SELECT base.name AS base, node.name, file.path, node.line, node.endLine, node.text, node.id,
+       node.last
+FROM base JOIN node ON node.id = base.type JOIN file ON file.id = node.file;
 
 -- The nodes as people read them, each below what holds it: WHERE path = 'x' ORDER BY id.
 CREATE VIEW outline AS

@@ -2,6 +2,7 @@
 -- times faster than row by row; the triggers keep it so afterwards.
 
 CREATE INDEX node_name ON node(name) WHERE name IS NOT NULL;
+CREATE INDEX base_name ON base(name);
 CREATE INDEX file_mtime ON file(mtime);
 CREATE INDEX function_size ON function(size);
 CREATE INDEX function_nesting ON function(nesting);
