@@ -149,8 +149,9 @@ Declares AskParts(std::string_view text) {
     const Mark secondMark = MarkOf(walker.Next());
     FunctionQuestion function(firstMark, secondMark);
     VariableQuestion variable(firstMark, secondMark);
-    bool more = HasAny(walker.Rest(), "(=.");
-    while (more && (!function.impossible || !variable.decided)) {
+    const auto open = [&] { return !function.impossible || !variable.decided; };
+    bool more = open() && HasAny(walker.Rest(), "(=.");
+    while (more && open()) {
         const Mark mark = MarkOf(walker.Next());
         if (mark == Mark::None) break;
         function.Look(mark);
