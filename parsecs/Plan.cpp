@@ -74,6 +74,7 @@ void CheckOutputs(const Options& options, const Inputs& inputs) {
         if (inputs.Holds(output)) throw UsageError(output + ": is an input, and would be replaced");
     };
     if (!options.output.empty()) refuse(options.output);
+    if (!options.formFile.empty()) refuse(options.formFile);
     if (options.folder.empty()) return;
     for (const FoundFile& file : inputs.files) {
         refuse(OutputPath(options.folder, file.path, OutputSuffix(options.form)));

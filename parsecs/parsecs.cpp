@@ -8,6 +8,7 @@
 #include "parsecs/index/IndexForm.h"
 #include "parsecs/input/Inputs.h"
 #include "parsecs/manual/Manual.h"
+#include "parsecs/map/MapForm.h"
 #include "parsecs/output/OutputFile.h"
 #include "parsecs/output/Temporary.h"
 #include "parsecs/run/Messages.h"
@@ -24,8 +25,12 @@ int ShowAbout(const Options& options) {
 }
 
 std::unique_ptr<Form> MakeForm(const Options& options, const Inputs& inputs) {
-    if (options.form != Options::Form::Index) return MakeTextForm(options);
-    return std::make_unique<IndexForm>(options.formFile, inputs.named);
+    switch (options.form) {
+        case Options::Form::Index:
+            return std::make_unique<IndexForm>(options.formFile, inputs.named);
+        case Options::Form::Map: return std::make_unique<MapForm>(options.formFile);
+        default: return MakeTextForm(options);
+    }
 }
 
 int Parse(Options options) {

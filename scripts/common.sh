@@ -42,7 +42,8 @@ need_build_tools() {
 }
 
 need_program_libraries() {
-    need /usr/include/nlohmann/json.hpp nlohmann-json3-dev /usr/include/sqlite3.h libsqlite3-dev
+    need /usr/include/nlohmann/json.hpp nlohmann-json3-dev /usr/include/sqlite3.h libsqlite3-dev \
+        /usr/include/zlib.h zlib1g-dev
 }
 
 need_test_libraries() {

@@ -42,6 +42,11 @@ const Option kForms[] = {
          ChooseForm(o, Options::Form::Index, "--db");
          o.formFile = value;
      }},
+    {0, "html", "FILE", "A map to look at and to search: FILE is one page for a browser.",
+     [](Options& o, const std::string& value) {
+         ChooseForm(o, Options::Form::Map, "--html");
+         o.formFile = value == "-" ? "/dev/stdout" : value;
+     }},
 };
 
 const Option kPlaces[] = {
@@ -93,6 +98,7 @@ const Example kExampleRows[] = {
     {"parsecs --jsonl src | grep '\"kind\":\"class\"'", "rows of all *.cs files below src"},
     {"parsecs --outline src | less", "trees for reading"},
     {"parsecs --db src.db src", "a database of all of them, or what has changed"},
+    {"parsecs --html map.html src", "a map of a code base for a browser"},
     {"parsecs --strict --into out src", "a JSON file below out for each"},
     {"git ls-files -z '*.cs' | parsecs -0 --files-from - --jsonl", "what git knows"},
 };

@@ -11,7 +11,7 @@ struct UsageError : std::runtime_error {
 };
 
 struct Options {
-    enum class Form { Records, Strict, Rows, Outline, Index };
+    enum class Form { Records, Strict, Rows, Outline, Index, Map };
     enum class Colour { Auto, Always, Never };
     /// Texts about the program itself, which are printed instead of parsing anything.
     enum class About { Nothing, Help, Version, ManPage, Completion };
@@ -23,6 +23,7 @@ struct Options {
     std::string list;                 ///< A file that names inputs; empty: none.
     bool listEndsInNul = false;       ///< Its names end in NUL, not in a line feed.
     std::string output;               ///< Empty: standard output.
+    std::string file;                 ///< That a form makes of all inputs; empty: it makes texts.
     std::string folder;               ///< Of one output for each input; empty: none.
     unsigned jobs = 0;                ///< 0: as many as there are cores to use.
     Colour colour = Colour::Auto;

@@ -1,0 +1,27 @@
+// The map as a form of output: one HTML page for all inputs.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "parsecs/Form.h"
+#include "parsecs/map/MapColumns.h"
+
+class MapForm : public Form {
+  public:
+    /// The page becomes the file `output`.
+    explicit MapForm(std::string output) : output_(std::move(output)) {}
+
+    FileOutcome Make(ReadSource source, std::string& made) const override;
+    void Take(const FoundFile& file, std::string_view made) override;
+    void Finish(bool complete) override;
+
+  private:
+    std::string output_;
+    MapColumns definitions_{MapDetail::Definitions};
+    /// Nothing once there are more than a browser shows at ease.
+    std::optional<MapColumns> statements_{MapDetail::Statements};
+    std::vector<Row> rows_;  // of the file that is being taken
+};

@@ -1,0 +1,23 @@
+// What a row is to somebody who looks at a map.
+#pragma once
+
+#include <cstdint>
+
+#include "parsecs/rows/ParsedFile.h"
+
+/// The page has the same list, in the same order.
+enum class MapRole : std::uint8_t {
+    Type,  ///< A class or the like, or a namespace: what holds functions.
+    Function,
+    Variable,  ///< Of a class, with its accessors.
+    Branch,
+    Loop,
+    Call,  ///< Any other statement or block that calls something.
+    Statement,
+    Block,
+    Define,
+    Symbols,  ///< The operands of the file's conditional directives.
+    Error,
+};
+
+MapRole RoleOf(const Row& row);

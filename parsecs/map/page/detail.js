@@ -1,0 +1,146 @@
+// A function, a file or a folder as nested boxes in the order of the source.
+
+const MOST_BOXES = 20; // levels that are drawn; deeper ones are counted
+const INDENT = 12; // pixels a level
+const MOST_LETTERS = 2_000; // of a text in its row
+
+class Detail {
+  /** `choose` is called with a node, `open` with one that shall be zoomed to. */
+  constructor(tree, { choose, open }) {
+    this.tree = tree;
+    this.nodes = new Int32Array(0);
+    this.list = new VirtualList(document.getElementById("boxes"), {
+      draw: (i) => this.draw(i),
+      choose: (i) => {
+        this.showText(this.nodes[i]);
+        choose(this.nodes[i]);
+      },
+      open: (i) => open(this.nodes[i]),
+    });
+    document.getElementById("copy").addEventListener("click", () => this.copyPath());
+  }
+
+  show(root, chosen) {
+    const { tree } = this;
+    if (root !== this.root) {
+      this.root = root;
+      this.nodes = nodesToList(tree, root);
+      this.list.setCount(this.nodes.length);
+    }
+    const mark = MARKS[tree.role[root]];
+    document.getElementById("name").textContent = `${mark} ${tree.label(root).slice(0, MOST_LETTERS)}`;
+    document.getElementById("facts").textContent = factsOf(tree, root).join(" · ");
+    this.showText(chosen >= 0 ? chosen : tree.isPlace(root) ? -1 : root);
+    if (chosen >= 0) this.list.moveTo(this.nodes.indexOf(chosen));
+  }
+
+  showText(node) {
+    const text = document.getElementById("text");
+    text.hidden = node < 0 || this.tree.isPlace(node);
+    text.textContent = text.hidden ? "" : visible(this.tree.wholeText(node));
+    document.getElementById("path").textContent = placeOf(this.tree, node >= 0 ? node : this.root);
+  }
+
+  async copyPath() {
+    const path = document.getElementById("path");
+    const button = document.getElementById("copy");
+    try {
+      await navigator.clipboard.writeText(path.textContent);
+      button.textContent = "Copied";
+      setTimeout(() => (button.textContent = "Copy path"), 1500);
+    } catch {
+      // Not allowed to: the person can, with the keyboard.
+      getSelection().selectAllChildren(path);
+    }
+  }
+
+  draw(i) {
+    const { tree } = this;
+    const node = this.nodes[i];
+    const row = element("div", "row");
+    row.setAttribute("role", "treeitem");
+    const depth = tree.depth[node] - tree.depth[this.root];
+    row.setAttribute("aria-level", depth);
+    row.append(element("span", "line", this.numberOf(node)));
+    const indent = this.addBoxes(row, i, depth);
+    const content = row.appendChild(element("span", `content is-${ROLES[tree.role[node]]}`));
+    content.style.marginLeft = `${indent}px`;
+    const mark = content.appendChild(element("span", "mark", MARKS[tree.role[node]]));
+    mark.setAttribute("role", "img");
+    mark.setAttribute("aria-label", ROLES[tree.role[node]]);
+    if (depth > MOST_BOXES) content.append(element("span", "depth", `level ${depth}`));
+    content.append(element("span", "text", this.textOf(node)));
+    return row;
+  }
+
+  /** Its line, or of a folder or a file how many statements it has. */
+  numberOf(node) {
+    const { tree } = this;
+    if (tree.isPlace(node)) return tree.size[node].toLocaleString("en");
+    return tree.line[node] > 0 ? tree.line[node] : "";
+  }
+
+  textOf(node) {
+    if (this.tree.isPlace(node)) return this.tree.label(node);
+    return oneLine(this.tree.wholeText(node).slice(0, MOST_LETTERS));
+  }
+
+  /** The part of each box that crosses the row, outermost first. Returns where the content begins. */
+  addBoxes(row, i, depth) {
+    const { tree, nodes } = this;
+    const levels = Math.min(depth, MOST_BOXES);
+    let node = nodes[i];
+    const follows = i + 1 < nodes.length ? nodes[i + 1] : tree.count;
+    const boxes = [];
+    for (let level = levels; level > 0; --level, node = tree.parent[node]) {
+      const inside = nodes[i] !== node || follows < tree.end[node];
+      if (!inside) continue;
+      const box = element("span", `box is-${ROLES[tree.role[node]]}`);
+      if (node === nodes[i]) box.classList.add("first");
+      if (follows >= tree.end[node]) box.classList.add("last");
+      box.style.left = `calc(var(--gutter) + ${(level - 1) * INDENT}px)`;
+      box.style.right = `${(level - 1) * 3 + 4}px`;
+      boxes.push(box);
+    }
+    row.append(...boxes.reverse());
+    return levels * INDENT - 4;
+  }
+}
+
+function element(name, className, text = "") {
+  const made = document.createElement(name);
+  made.className = className;
+  made.textContent = text;
+  return made;
+}
+
+/** All below a file or what lies in one; of a folder only the folders and files. */
+function nodesToList(tree, root) {
+  const { role, end } = tree;
+  const nodes = new Int32Array(end[root] - root - 1);
+  if (role[root] !== ROLE.FOLDER) return nodes.map((_, i) => root + 1 + i);
+  let count = 0;
+  for (let i = root + 1; i < end[root]; i = role[i] === ROLE.FILE ? end[i] : i + 1) nodes[count++] = i;
+  return nodes.slice(0, count);
+}
+
+const counted = (number, one, many = `${one}s`) => `${number.toLocaleString("en")} ${number === 1 ? one : many}`;
+
+function factsOf(tree, node) {
+  const facts = [ROLES[tree.role[node]]];
+  const { [node]: first } = tree.line;
+  const { [node]: last } = tree.lastLine;
+  if (first > 0) facts.push(first === last ? `line ${first}` : `lines ${first} to ${last}`);
+  else if (last > 0) facts.push(counted(last, "line"));
+  facts.push(counted(tree.size[node], "statement"));
+  if (holdsFunctions(tree.role[node])) facts.push(`at most ${counted(tree.branches[node], "branch", "branches")} in a function`);
+  else facts.push(counted(tree.branches[node], "branch", "branches"));
+  facts.push(`nesting ${tree.nesting[node]}`);
+  return facts;
+}
+
+/** Path and line, as editors take them. */
+function placeOf(tree, node) {
+  const path = oneLine(tree.fullPathOf(node)) || tree.label(node);
+  return tree.line[node] > 0 ? `${path}:${tree.line[node]}` : path;
+}

@@ -1,0 +1,114 @@
+// Searching names and texts, for words or a regular expression.
+
+/** Throws a SyntaxError for an expression that is none. Letters in upper case are meant so. */
+class Query {
+  constructor(text, isRegex) {
+    this.words = isRegex ? [] : text.split(/\s+/).filter((word) => word !== "");
+    this.exact = isRegex ? /(^|[^\\])[A-Z]/.test(text) : /\p{Lu}/u.test(text);
+    const source = isRegex ? text : this.words.map((word) => word.replace(/[\\^$.*+?()[\]{}|/-]/g, "\\$&")).join("|");
+    this.regex = new RegExp(source, this.exact ? "gm" : "gim");
+    this.isRegex = isRegex;
+  }
+
+  /** A function from a place to that of the next candidate, -1 if there is none. */
+  searcher(joined, lower) {
+    const longest = this.words.reduce((a, b) => (b.length > a.length ? b : a), "");
+    if (!this.isRegex && (this.exact || lower !== null)) {
+      const [text, word] = this.exact ? [joined, longest] : [lower, longest.toLowerCase()];
+      return (from) => text.indexOf(word, from);
+    }
+    return (from) => {
+      this.regex.lastIndex = from;
+      return this.regex.exec(joined)?.index ?? -1;
+    };
+  }
+
+  matches(text) {
+    if (this.isRegex) {
+      this.regex.lastIndex = 0;
+      return this.regex.test(text);
+    }
+    const searched = this.exact ? text : text.toLowerCase();
+    return this.words.every((word) => searched.includes(this.exact ? word : word.toLowerCase()));
+  }
+
+  /** Splits a text into pieces, of which every second one was found. */
+  split(text) {
+    const pieces = [];
+    let from = 0;
+    for (const found of text.matchAll(this.regex)) {
+      pieces.push(text.slice(from, found.index), found[0]);
+      from = found.index + found[0].length;
+    }
+    return [...pieces, text.slice(from)];
+  }
+}
+
+/** The nodes that a query found, in the order of the source. */
+class Hits {
+  constructor(tree, query) {
+    this.query = query;
+    const inTexts = tree.texts.find(query);
+    const inPlaces = tree.placeNames.map((name) => query.matches(name));
+    const nodes = new Int32Array(tree.count);
+    let count = 0;
+    for (let i = 0; i < tree.count; ++i) {
+      const name = tree.name[i];
+      const hit = tree.role[i] >= ROLE.FOLDER ? inPlaces[name] : inTexts[tree.text[i]] || inTexts[name];
+      if (hit) nodes[count++] = i;
+    }
+    this.nodes = nodes.slice(0, count);
+  }
+
+  /** Whether there is one in the node or below it. */
+  areIn(node, tree) {
+    const at = this.firstFrom(node);
+    return at < this.nodes.length && this.nodes[at] < tree.end[node];
+  }
+
+  firstFrom(node) {
+    let low = 0;
+    let high = this.nodes.length;
+    while (low < high) {
+      const middle = (low + high) >>> 1;
+      if (this.nodes[middle] < node) low = middle + 1;
+      else high = middle;
+    }
+    return low;
+  }
+}
+
+/** The list of what was found. */
+class Results {
+  constructor(tree, { choose }) {
+    this.tree = tree;
+    this.hits = null;
+    this.section = document.getElementById("results");
+    const act = (i) => choose(this.hits.nodes[i]);
+    this.list = new VirtualList(document.getElementById("hits"), { draw: (i) => this.draw(i), choose: act, open: act });
+  }
+
+  show(hits) {
+    this.hits = hits;
+    this.section.hidden = hits === null;
+    this.list.setCount(hits === null ? 0 : hits.nodes.length);
+  }
+
+  draw(i) {
+    const { tree } = this;
+    const node = this.hits.nodes[i];
+    const row = element("div", "row hit");
+    row.setAttribute("role", "option");
+    const content = row.appendChild(element("span", `content is-${ROLES[tree.role[node]]}`));
+    const mark = content.appendChild(element("span", "mark", MARKS[tree.role[node]]));
+    mark.setAttribute("role", "img");
+    mark.setAttribute("aria-label", ROLES[tree.role[node]]);
+    const text = content.appendChild(element("span", "text"));
+    const shown = tree.isPlace(node) ? tree.label(node) : oneLine(tree.wholeText(node).slice(0, MOST_LETTERS));
+    text.append(...this.hits.query.split(shown).map((piece, k) => (k % 2 === 1 ? element("mark", "", piece) : piece)));
+    const file = tree.fileOf(node);
+    const line = tree.line[node];
+    if (file >= 0 && file !== node) row.append(element("span", "where", `${tree.label(file)}${line > 0 ? `:${line}` : ""}`));
+    return row;
+  }
+}

@@ -1,0 +1,209 @@
+// The code base as one tree: folders, files and rows in the order of the source, each node a place
+// in columns of numbers. No object a node, no recursion: a million nodes are loaded in a second.
+
+/** The order is that of MapRole, and of what the page adds. The names are the style's too. */
+const ROLES = ["type", "function", "variable", "branch", "loop", "call", "statement", "block", "define", "symbols", "error", "folder", "file"];
+const ROLE = Object.fromEntries(ROLES.map((name, i) => [name.toUpperCase(), i]));
+const MARKS = ["▣", "ƒ", "▪", "◆", "↻", "↗", "·", "▢", "#", "⚑", "✖", "▤", "≡"];
+
+const isBranch = (role) => role === ROLE.BRANCH || role === ROLE.LOOP;
+/** What holds functions: their numbers are not added up, the largest counts. */
+const holdsFunctions = (role) => role === ROLE.TYPE || role >= ROLE.FOLDER;
+
+/** The codes of MapColumns::Column::Name and Text. */
+class TextColumn {
+  constructor(reader, count) {
+    this.reader = reader;
+    this.last = 0;
+    this.followers = new Int32Array(count);
+  }
+
+  /** The number of the next text, -1 for none; `fresh` is the number of one that is new. */
+  next(fresh) {
+    const code = this.reader.next();
+    if (code === 0) return -1;
+    const { last, followers } = this;
+    this.last = code === 1 ? fresh : code === 2 ? followers[last] : last + unzigzag(code - 3);
+    followers[last] = this.last;
+    return this.last;
+  }
+}
+
+class Tree {
+  constructor(data) {
+    this.data = data;
+    this.texts = data.texts;
+    const plan = planFolders(data.paths);
+    this.rootPath = plan.rootPath;
+    this.count = 1 + plan.folders + data.files + data.rows;
+    for (const name of ["parent", "end", "depth", "line", "lastLine", "name", "text"]) {
+      this[name] = new Int32Array(this.count);
+    }
+    for (const name of ["size", "branches", "nesting", "step"]) this[name] = new Uint32Array(this.count);
+    this.role = new Uint8Array(this.count);
+    this.placeNames = [];
+    const fileAt = this.addPlaces(plan);
+    this.addRows(fileAt);
+    this.sumUp();
+  }
+
+  /** Puts folders and files where they belong, and leaves room for their rows. */
+  addPlaces(plan) {
+    const { fileRows, files } = this.data;
+    const rows = new Uint32Array(files);
+    for (let i = 0; i < files; ++i) rows[i] = fileRows.next();
+    const fileAt = new Uint32Array(files);
+    const open = [this.addPlace(0, ROLE.FOLDER, -1, plan.root)];
+    let at = 1;
+    for (const { file, kept, added, name } of plan.files) {
+      open.length = kept + 1;
+      for (const folder of added) open.push(this.addPlace(at++, ROLE.FOLDER, open.at(-1), folder));
+      fileAt[file] = this.addPlace(at, ROLE.FILE, open.at(-1), name);
+      at += 1 + rows[file];
+    }
+    this.rowsOfFile = rows;
+    return fileAt;
+  }
+
+  addPlace(at, role, parent, name) {
+    this.role[at] = role;
+    this.parent[at] = parent;
+    this.depth[at] = parent < 0 ? 0 : this.depth[parent] + 1;
+    this.name[at] = this.placeNames.push(name) - 1;
+    this.text[at] = -1;
+    return at;
+  }
+
+  /** The rows' columns go from one file to the next in the order in which the files were read. */
+  addRows(fileAt) {
+    const { data } = this;
+    const names = new TextColumn(data.name, data.texts.count);
+    const texts = new TextColumn(data.text, data.texts.count);
+    let met = 0; // how many texts
+    const textOf = (column) => {
+      const text = column.next(met);
+      if (text === met) ++met;
+      return text;
+    };
+    for (let file = 0; file < data.files; ++file) {
+      let above = fileAt[file];
+      let line = 0;
+      this.lastLine[above] = data.fileLines.next();
+      this.size[above] = data.fileStatements.next();
+      for (let i = above + 1, last = above + this.rowsOfFile[file]; i <= last; ++i) {
+        for (let up = data.up.next(); up > 0; --up) above = this.parent[above];
+        this.parent[i] = above;
+        this.depth[i] = this.depth[above] + 1;
+        this.role[i] = data.role.next();
+        this.line[i] = line += data.line.nextSigned();
+        this.lastLine[i] = line + data.span.nextSigned();
+        this.text[i] = textOf(texts);
+        names.last = texts.last;
+        this.name[i] = textOf(names);
+        this.size[i] = data.statements.next();
+        this.branches[i] = data.branches.next();
+        this.nesting[i] = data.nesting.next();
+        this.step[i] = data.step.next();
+        above = i;
+      }
+    }
+  }
+
+  /** From the last node to the first, each into the one that it lies in. */
+  sumUp() {
+    const { parent, end, role, size, branches, nesting, step } = this;
+    this.counts = new Uint32Array(ROLES.length);
+    this.branchTotal = 0;
+    for (let i = this.count - 1; i >= 0; --i) {
+      if (end[i] === 0) end[i] = i + 1;
+      ++this.counts[role[i]];
+      const above = parent[i];
+      if (above < 0) continue;
+      if (end[above] === 0) end[above] = end[i];
+      size[above] += size[i];
+      const most = branches[i];
+      branches[above] = holdsFunctions(role[above]) ? Math.max(branches[above], most) : branches[above] + most;
+      nesting[above] = Math.max(nesting[above], nesting[i] + step[i]);
+    }
+  }
+
+  isPlace(node) {
+    return this.role[node] >= ROLE.FOLDER;
+  }
+
+  hasChildren(node) {
+    return this.end[node] > node + 1;
+  }
+
+  /** The nodes right below, in the order of the source. */
+  children(node) {
+    const children = [];
+    for (let i = node + 1; i < this.end[node]; i = this.end[i]) children.push(i);
+    return children;
+  }
+
+  /** What it declares or what it says, on one line. */
+  label(node) {
+    if (this.isPlace(node)) return oneLine(this.placeNames[this.name[node]]);
+    const text = this.name[node] >= 0 ? this.name[node] : this.text[node];
+    return text < 0 ? ROLES[this.role[node]] : oneLine(this.texts.get(text));
+  }
+
+  wholeText(node) {
+    return this.text[node] < 0 ? this.label(node) : this.texts.get(this.text[node]);
+  }
+
+  /** The file that it lies in; a folder lies in none. */
+  fileOf(node) {
+    while (node >= 0 && this.role[node] !== ROLE.FILE) node = this.parent[node];
+    return node;
+  }
+
+  /** The path below the root folder, as it was given. */
+  pathOf(node) {
+    const names = [];
+    for (; node > 0; node = this.parent[node]) {
+      if (this.isPlace(node)) names.push(this.placeNames[this.name[node]]);
+    }
+    return names.reverse().join("/");
+  }
+
+  /** The path as the program was given it. */
+  fullPathOf(node) {
+    return this.rootPath + this.pathOf(node);
+  }
+}
+
+/**
+ * Which folders there are: for each file, in the order of the paths, how many of the folders before
+ * it it lies in too, and which it needs beside them. The folder that holds everything is the root.
+ */
+function planFolders(paths) {
+  const all = Array.from({ length: paths.count }, (_, i) => paths.get(i));
+  const keys = all.map((path) => path.replaceAll("/", "\u0000"));
+  const order = all.map((_, i) => i);
+  if (keys.some((key, i) => i > 0 && key < keys[i - 1])) {
+    order.sort((a, b) => (keys[a] < keys[b] ? -1 : keys[a] > keys[b] ? 1 : a - b));
+  }
+  const rootPath = commonFolder(all[order[0]] ?? "", all[order.at(-1)] ?? "");
+  const plan = { rootPath, root: rootPath.split("/").at(-2) || "all files", folders: 0, files: [] };
+  let open = [];
+  for (const file of order) {
+    const folders = all[file].slice(rootPath.length).split("/");
+    const name = folders.pop();
+    let kept = 0;
+    while (kept < open.length && kept < folders.length && open[kept] === folders[kept]) ++kept;
+    const added = folders.slice(kept);
+    plan.folders += added.length;
+    plan.files.push({ file, kept, added, name });
+    open = folders;
+  }
+  return plan;
+}
+
+/** What the first and the last of ordered paths have in common all of them have. */
+function commonFolder(first, last) {
+  let same = 0;
+  while (same < first.length && first[same] === last[same]) ++same;
+  return first.slice(0, first.slice(0, same).lastIndexOf("/") + 1);
+}
