@@ -20,7 +20,7 @@ std::size_t EndOfLiteral(std::string_view text, std::size_t quote) {
 
 }  // namespace
 
-// Attributes, parameters and type arguments hold colons and commas of their own.
+// Parameters and type arguments hold colons and commas of their own.
 std::vector<std::string_view> BasesOf(std::string_view header) {
     std::vector<std::string_view> bases;
     std::size_t begin = std::string_view::npos;  // of the base at hand
@@ -33,8 +33,8 @@ std::vector<std::string_view> BasesOf(std::string_view header) {
     for (std::size_t i = 0; i < header.size(); ++i) {
         const char c = header[i];
         if (c == '"') i = EndOfLiteral(header, i);
-        if (c == '<' || c == '(' || c == '[') ++level;
-        if (c == '>' || c == ')' || c == ']') --level;
+        if (c == '<' || c == '(') ++level;
+        if (c == '>' || c == ')') --level;
         if (level != 0) continue;
         if (header.substr(i).starts_with("::")) {
             ++i;

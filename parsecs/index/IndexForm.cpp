@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "parsecs/index/Bases.h"
@@ -75,7 +76,11 @@ IndexForm::IndexForm(std::string path, const std::vector<std::string>& inputs)
 IndexForm::~IndexForm() = default;
 
 void IndexForm::StartAnew() {
-    building_.emplace(fs::weakly_canonical(path_).string());
+    try {
+        building_.emplace(fs::weakly_canonical(path_).string());
+    } catch (const std::system_error& error) {
+        throw DatabaseError(path_, error.code().message());
+    }
     database_ = std::make_unique<Database>(building_->path(), path_);
     database_->Run(
         "PRAGMA page_size = 8192; PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF;"
@@ -269,5 +274,9 @@ void IndexForm::TakePlace() {
     // one's.
     for (const char* const rest : {"-journal", "-wal"}) unlink((path_ + rest).c_str());
     if (fsync(building_->descriptor()) != 0) throw DatabaseError(path_, std::strerror(errno));
-    building_->TakePlace();
+    try {
+        building_->TakePlace();
+    } catch (const std::system_error& error) {
+        throw DatabaseError(path_, error.code().message());
+    }
 }

@@ -1,0 +1,147 @@
+#!/usr/bin/env bash
+# index_test.sh PARSECS SAMPLES QUESTIONS: databases, as they are made, asked and brought up to date.
+set -u
+folder=$(mktemp -d)
+trap 'kill $(jobs -p) 2>/dev/null; rm -rf "$folder"' EXIT
+parsecs=$1
+givenUp=$(cd "$(dirname "$0")" && pwd)/cases/abandoned.cs
+cp -r "$2/shop" "$folder/shop"
+cp "$3" "$folder/questions.md"
+cd "$folder" || exit 1
+failures=0
+fail() { echo "FAILED: $*" && failures=$((failures + 1)); }
+ask() { sqlite3 -cmd '.timeout 5000' "$@" 2>&1; }
+
+# Each piece of SQL in the document, and behind it the answer.
+"$parsecs" --db shop.db shop 2>err || fail "first run: $(cat err)"
+awk '/^```/ { inside = !inside; if (inside) { ++n; sql = /sql/ } next }
+    inside && sql { print >("question" n); print n >"questions" }
+    inside && !sql { print >("answer" n - 1) }' questions.md
+for n in $(sort -u questions); do
+    ask shop.db <"question$n" | diff - "answer$n" >&2 || fail "$(cat "question$n")"
+done
+[ "$(sort -u questions | wc -l)" -ge 11 ] || fail "questions are missing"
+
+cat >shop/types.cs <<'SOURCE'
+class D<T>(int d = a ? b : c, string e = "):") : global::N.E<F, G>(d), H where T : I {}
+enum J : byte {}
+class K<T> where T : L {}
+class M { void N() { while (a) { int O() { for (;;) { if (b) c(); } } } d(); } }
+SOURCE
+
+# What a database says, whatever its ids are.
+cat >all.sql <<'SQL'
+SELECT path, line, column, kind, function, text FROM uses
+WHERE word = 'shop OR public OR return OR if OR f' ORDER BY path, id;
+SELECT path, bytes, mtime, hash, stopped, last - first FROM file ORDER BY path;
+SELECT path, line, endLine, kind, outline FROM outline ORDER BY path, id;
+SELECT name, path, line, text FROM definitions WHERE name IN
+    (SELECT name FROM name_fts WHERE name MATCH 'ers OR ock') ORDER BY path, id;
+SELECT name, path, size, branches FROM biggest ORDER BY path, id;
+SELECT base, name, path FROM derived ORDER BY path, id, base;
+SELECT name FROM name ORDER BY name;
+SQL
+says() { ask "$1" <all.sql; }
+same_as_anew() {
+    rm -f anew.db
+    "$parsecs" --db anew.db shop 2>/dev/null
+    [ "$(ask shop.db "INSERT INTO text_fts(text_fts) VALUES ('integrity-check');
+        INSERT INTO name_fts(name_fts) VALUES ('integrity-check'); PRAGMA integrity_check")" = ok ] ||
+        fail "$1: the database is not sound"
+    [ "$(says shop.db)" = "$(says anew.db)" ] || fail "$1: $(diff <(says shop.db) <(says anew.db))"
+}
+
+# Changed, new, vanished, touched, moved to another folder, and as they were.
+before=$(ask shop.db "SELECT first FROM file WHERE path = 'shop/Money.cs'")
+sed -i 's/Promote/Demote/' shop/Customer.cs
+rm shop/Stock.cs
+mkdir shop/sub
+mv shop/Documents.cs shop/sub
+touch shop/Money.cs
+printf 'a;\n}\nc;' >shop/early.cs
+"$parsecs" --db shop.db ./shop/ shop/types.cs 2>err
+grep -q 'early.cs:3: stopped early' err || fail "update: $(cat err)"
+same_as_anew "update"
+[ "$(ask shop.db "SELECT first FROM file WHERE path = 'shop/Money.cs'")" = "$before" ] ||
+    fail "a touched file's rows were made anew"
+got=$(ask shop.db "SELECT name, base FROM derived WHERE path LIKE '%types.cs'" | sort | xargs)
+[ "$got" = "D|E D|H J|byte" ] || fail "bases: $got"
+got=$(ask shop.db "SELECT name, size, nesting, branches, loops FROM functions WHERE name IN ('N', 'O')
+    ORDER BY id" | xargs)
+[ "$got" = "N|5|3|3|2 O|2|1|2|1" ] || fail "functions within functions: $got"
+got=$(ask shop.db "SELECT name FROM name WHERE name IN ('Promote', 'Demote', 'Stock')" | xargs)
+[ "$got" = Demote ] || fail "names: $got"
+
+cp -p shop.db kept.db
+"$parsecs" --db shop.db shop 2>err
+grep -q '1 files parsed, 1 of them stopped early, 4 unchanged$' err || fail "unchanged: $(cat err)"
+cmp shop.db kept.db || fail "a run without changes changed the database"
+cp "$givenUp" shop/early.cs
+rm shop/sub/Documents.cs
+echo 'class P {}' >shop/still.there
+"$parsecs" --db shop.db shop/early.cs shop/Money.cs shop/still.there 2>/dev/null
+files() { ask shop.db "SELECT path FROM file ORDER BY path" | sed 's|shop/||' | xargs; }
+[ "$(files)" = "Customer.cs Money.cs still.there sub/Documents.cs types.cs" ] || fail "some: $(files)"
+"$parsecs" --db shop.db shop 2>/dev/null
+[ "$(files)" = "Customer.cs Money.cs still.there types.cs" ] || fail "a folder: $(files)"
+
+# A run that waits for its last source, until it is ended.
+mkfifo never
+start() {
+    "$parsecs" --db "$1" shop never 2>/dev/null &
+    run=$!
+    for _ in $(seq 100); do compgen -G "$2" >/dev/null && break || sleep 0.05; done
+}
+end() { kill "-$1" $run && wait $run 2>/dev/null; }
+echo 'class Later {}' >shop/later.cs
+old=$(says shop.db)
+start shop.db shop.db-journal
+[ "$(says shop.db)" = "$old" ] || fail "a reader during the run: $(says shop.db | tail -n 3)"
+end KILL
+[ "$(says shop.db)" = "$old" ] || fail "after a killed run: $(says shop.db | tail -n 3)"
+start first.db '.parsecs-*'
+end TERM
+[ -z "$(find . -name 'first*' -o -name '.parsecs*')" ] || fail "an ended first run left: $(ls -A)"
+start shop.db shop.db-journal
+end KILL
+rm shop.db # and not its journal
+"$parsecs" --db shop.db shop 2>/dev/null
+same_as_anew "beside an old journal"
+
+# A reader that is there when the run ends sees one state, and the run waits for it.
+sqlite3 shop.db "BEGIN" "SELECT count(*) FROM node" ".shell touch reading; sleep 1" \
+    "SELECT count(*) FROM node" >counts &
+until [ -e reading ]; do sleep 0.02; done
+echo 'class Latest {}' >shop/later.cs
+"$parsecs" --db shop.db shop 2>err
+wait $!
+[ "$(sort -u counts | wc -l)" = 1 ] || fail "a reader saw: $(xargs <counts)"
+same_as_anew "while a reader is there"
+
+# What is refused is left as it is. File | arguments | message
+echo text >text
+sqlite3 other.db "CREATE TABLE t(x)"
+cp shop.db format.db && sqlite3 format.db "PRAGMA user_version = 99"
+head -c 30000 shop.db >short.db
+cp shop.db torn.db && head -c 8192 /dev/urandom | dd of=torn.db bs=8192 seek=1 conv=notrunc status=none
+: >shop/new.cs
+while IFS='|' read -r code file arguments message; do
+    cp -p "$file" before 2>/dev/null
+    (cd "${folder:?}" && eval "\"$parsecs\" --db $file $arguments") 2>err
+    got=$?
+    [ "$got" = "$code" ] || fail "$file $arguments: exit code $got"
+    grep -q "^parsecs: $message" err || fail "$file: $(cat err)"
+    [ ! -f "$file" ] || cmp -s "$file" before || fail "$file was changed"
+done <<'TABLE'
+3|text|shop|text: is damaged or no database, and is left as it is
+3|short.db|shop|short.db: is damaged or no database
+3|torn.db|shop|torn.db: is damaged or no database
+3|other.db|shop|other.db: is a database of another program, and is left as it is
+3|format.db|shop|format.db: has format 99 and not 1: delete it, and it will be built anew
+3|shop|shop|shop: is no file
+3|no/such.db|shop|no/such.db: No such file or directory
+2|shop.db|shop -o x|--db FILE tells the place: leave out -o and --into
+TABLE
+(cd shop && "$parsecs" --db ../shop.db . 2>../err)
+grep -q 'was made in the folder .*: run there, or delete it' err || fail "elsewhere: $(cat err)"
+exit $((failures > 0))
