@@ -73,7 +73,7 @@ const ClassifierRow kClassifierRows[] = {
     {"int x", "V"},
     {"int[] values", "V"},
     {"int[] values = new int[3]", ""},
-    {"x += 1", ""},
+    {"x y -= f(1)", ""},
     {"int _x = 1", ""},
     {"namespace global", "V"},
     {"", ""},
@@ -85,6 +85,7 @@ const ClassifierRow kClassifierRows[] = {
     {"a b(c.d)", ""},
     {"a <= b", ""},
     {"a[b] += c(d)", "V"},
+    {"a[b(c)] = d", "F"},
 };
 
 TEST(Analysis, ClassifiesStatements) {
@@ -113,7 +114,7 @@ const std::pair<const char*, const char*> kNameRows[] = {
     {"void IFoo2.Bar()", ".Bar"},
     {"int x", "x"},
     {"Foo", "Foo"},
-    {"void   Spaced  ( int a )", "Spaced"},
+    {"void\tSpaced  ( int a )", "Spaced"},
     {"x 1.Foo<T>1.Bar<U", "1.Bar"},
 };
 

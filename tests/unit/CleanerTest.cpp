@@ -32,6 +32,7 @@ const std::pair<std::string, std::string> kCommentRows[] = {
     {"a//TTTTTb\nc;d\ne", "a\ne"},
     {"a/* TTTTTb*/c;d*/e", "ae"},
     {"'TTTTTx;'", "'TTTTTx;'"},
+    {std::string(63, 'a') + "TTTTTb;c", std::string(63, 'a') + "c"},
     // Attributes go at the start of a statement, which only other code ends.
     {"[Serializable]\npublic class A", "\npublic class A"},
     {"int[] a;[x] b", "int[] a; b"},
@@ -73,7 +74,7 @@ const DirectiveRow kDirectiveRows[] = {
     {"#if A\n#ifdef B\nx\n#else\ny\n#endif\n  z\n#endif\nw", "\n\n\n\n\n\n\n\nw", {"A", "B"}},
     {"#if A\n#if B\n#endif\n#else\nx", "\n\n\n\nx", {"A", "B"}},
     {"#if A\n#if A && B\nx\n#endif\ny\n#endif\n", "\n\n\n\ny\n\n", {"A", "A && B"}, {"A"}},
-    {"#if A \\\n  && B\nx\n#endif\ny", "\n\n\n\ny", {"A \\  && B"}},
+    {"#if A \\ \n  && B\nx\n#endif\ny", "\n\n\n\ny", {"A \\   && B"}},
     {"#ifndef\nx\n#else\ny\n#endif", "\nx\n\n\n", {}},
     {"#if A\nx\n#elif B\ny\n#elif B\nz\n#else\nw\n#endif\nv",
      "\n\n\ny\n\n\n\n\n\nv",
@@ -82,7 +83,7 @@ const DirectiveRow kDirectiveRows[] = {
     {"#if A\nx\n#elif B\ny\n#else\nz\n#endif", "\nx\n\n\n\n\n", {"A", "B"}, {"A", "B"}},
     {"#if A\n#elif B\nx\n#else\ny\n#else\nz\n#endif", "\n\n\n\ny\n\n\n", {"A", "B"}},
     {"#if A\n#if B\n#elif B\nx\n#endif\n#endif\ny", "\n\n\n\n\n\ny", {"A", "B"}, {"B"}},
-    {"#else\na\n#endif\nb\n#elif C\n c\n", "\na\n\nb\n\nc\n", {"C"}},
+    {"#else\na\n#endif\nb\n#elif C\n c\n\x7F", "\na\n\nb\n\nc\n\x7F", {"C"}},
     {"a # b\n\n   c\n\t\xFF#d", "a # b\n\nc\n", {}},
 };
 
@@ -98,14 +99,17 @@ TEST(Cleaner, SimulatesConditionals) {
     EXPECT_EQ(defines, (Strings{"B", "A", "C"}));
 }
 
-TEST(Cleaner, TracesLongDirectives) {
+TEST(Cleaner, TracesLongLines) {
     Strings defines;
-    const std::string line = "   #if " + std::string(46, 'A');
+    const std::string indent(51, ' ');
+    const std::string line = "   #if " + std::string(4100, 'A');
     testing::internal::CaptureStdout();
-    Cleaner().PreProcessorSimulation(line, {}, defines);
-    const std::string expected =
-        "[[" + line.substr(0, 51) + "]]\n[[" + line.substr(0, 52) + "]]\n[[" + line + "]]\n";
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), expected);
+    Cleaner().PreProcessorSimulation(indent + "x\n" + line, {}, defines);
+    std::string expected = "[[" + indent + "]]\n";
+    for (std::size_t size = 51; size <= line.size(); ++size) {
+        expected.append("[[").append(line, 0, size).append("]]\n");
+    }
+    EXPECT_TRUE(testing::internal::GetCapturedStdout() == expected) << "megabytes of text";
 }
 
 TEST(Cleaner, SplitsDirectives) {
@@ -113,7 +117,7 @@ TEST(Cleaner, SplitsDirectives) {
         {"", {}},
         {"a #if", {}},
         {"  # if  X ", {"#if", "X"}},
-        {"#if(X)", {"#if", "(X)"}},
+        {"#if( X)", {"#if", "( X)"}},
         {"#if ! X", {"#if", "!X"}},
         {"#if 1 && X y", {"#if", "1&&X y"}},
         {"1(a", {"", "(a"}},

@@ -2,6 +2,9 @@
 #include <PluginCS.h>
 
 #include <algorithm>
+#include <cstdint>
+
+#include "output/TextBuffer.h"
 #include "process/ModuleState.h"
 #include "tests/support/Corpus.h"
 
@@ -37,6 +40,16 @@ TEST(Pipeline, GivesTheCasesTheirBytes) {
             ReadText(std::filesystem::path(name).replace_extension("json"));
         EXPECT_EQ(Difference(Parse(name), expected), "") << name;
     }
+}
+
+TEST(Pipeline, MakesRoomForNumbers) {
+    TextBuffer text(1);
+    std::string expected;
+    for (int i = 0; i < 9; ++i) {
+        TextBuffer::Writer(text).PutNumber(INT32_MIN);
+        expected += "-2147483648";
+    }
+    EXPECT_EQ(text.View(), expected);
 }
 
 // Texts that are nothing but characters to escape are twice as long in the output, which no
