@@ -18,7 +18,8 @@ Declares Ask(const ObjectBranch& node, std::string_view contents) {
 
 // The order of the questions is the rule: the first yes decides.
 Record ClassifyRecord(const ObjectBranch& node) {
-    Record record{node, node.branchTypeAsString, node.contents, node.tags, {}};
+    Record record{node, node.branchTypeAsString, node.contents, node.tags,
+                  std::string(node.simpleFunctionName)};
     if (node.parent == nullptr) return record;
     std::string_view& kind = record.kind;
     const std::string_view parentKind = node.parent->branchTypeAsString;

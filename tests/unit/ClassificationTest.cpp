@@ -59,7 +59,9 @@ TEST(Classification, LeavesTheRootAlone) {
     ObjectBranch root;
     root.branchTypeAsString = "filepath";
     root.contents = "if x.cs";
+    root.simpleFunctionName = "F";
     EXPECT_EQ(ClassifyRecord(root).kind, "filepath");
+    EXPECT_EQ(ClassifyRecord(root).simpleFunctionName, "F");
 }
 
 }  // namespace
