@@ -271,11 +271,7 @@ class DeclarationReader {
 
     Step TakeParenthesis() {
         if (before_ != Before::Start) return Function();
-        return TakeTuple();
-    }
-
-    Step TakeTuple() {
-        tokens_.SkipBrackets();
+        tokens_.SkipBrackets();  // a tuple
         before_ = Before::Type;
         return Step::GoOn;
     }
@@ -296,21 +292,20 @@ class DeclarationReader {
     }
 
     Step TakeTypeArguments() {
-        if (before_ == Before::Start || !tokens_.SkipTypeArguments()) return Nothing();
+        if (!tokens_.SkipTypeArguments()) return Nothing();
         before_ = Before::Type;
         return Step::GoOn;
     }
 
     // Nullable types, and pointers.
     Step TakeTypeMark() {
-        if (before_ != Before::Word && before_ != Before::Type) return Nothing();
+        if (before_ == Before::Start) return Nothing();
         tokens_.Skip();
         before_ = Before::Type;
         return Step::GoOn;
     }
 
     Step TakeDot() {
-        if (before_ != Before::Word && before_ != Before::Type) return Nothing();
         tokens_.Skip();
         before_ = Before::Dot;
         return Step::GoOn;
@@ -325,21 +320,18 @@ class DeclarationReader {
 
     Step TakeRecord(std::string_view word) {
         Tokens ahead = tokens_;
-        std::string_view name = ahead.TakeWord();
-        if (name == "class" || name == "struct") name = ahead.TakeWord();
-        const bool declares = !name.empty() && MeaningOf(name) == Meaning::Name && name_.empty();
+        const std::string_view name = ahead.TakeWord();
+        const bool declares = !name.empty() && MeaningOf(name) == Meaning::Name;
         return declares ? Named(Kind::Type, name) : TakeName(word);
     }
 
     // A name with its type before it.
     Step Value() {
-        const bool named = typed_ && before_ == Before::Word;
-        return named && (scope_.inType || member_) ? Named(Kind::Value, name_) : Nothing();
+        return typed_ && (scope_.inType || member_) ? Named(Kind::Value, name_) : Nothing();
     }
 
     // Without a type only a constructor is one.
     Step Function() {
-        if (before_ == Before::Dot || name_.empty()) return Nothing();
         const bool ofType = scope_.inType && name_ == scope_.typeName;
         const bool constructor = !qualified_ && (ofType || member_);
         return typed_ || constructor ? Named(Kind::Function, name_) : Nothing();
@@ -370,8 +362,7 @@ class DeclarationReader {
     }
 
     Step Indexer(std::string_view word) {
-        const bool indexer = before_ != Before::Start && tokens_.Peek() == '[';
-        return indexer ? Named(Kind::Value, word) : Nothing();
+        return before_ == Before::Start ? Nothing() : Named(Kind::Value, word);
     }
 
     static Step Nothing() { return Step::Decided; }

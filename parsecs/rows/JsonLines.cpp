@@ -9,8 +9,8 @@ namespace {
 // Puts one line together at a time, in room that is enough for the longest of it.
 class LineWriter {
   public:
-    explicit LineWriter(std::string_view path) : head_("{\"file\":" + JsonString(path)) {
-        head_ += ",\"id\":";
+    explicit LineWriter(std::string_view path) {
+        head_.append("{\"file\":").append(JsonString(path)).append(",\"id\":");
     }
 
     std::string_view Line(const Row& row) {

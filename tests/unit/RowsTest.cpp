@@ -33,6 +33,7 @@ constexpr const char* kPieces[] = {
     "~}~",
     "~} ",
     "~}\n;",
+    "; #if $\n$; #else /*;*/ \\ \n$~\n$; #endif\n",
     "; #define $ \n$;",
     "/* { \" * */$;",
     "// don't; {\n$;",
@@ -81,11 +82,12 @@ std::string Cleaned(std::string_view source, std::size_t begin, std::size_t leng
     return WithoutWhiteSpace(Cleaner().CleanText(text, {}, defines)).substr(1);
 }
 
-// With a brace, or as a directive that closes it: its last byte is no white space.
+// With a brace, or with a directive that closes it, whose last byte is no white space.
 bool EndsBlock(std::string_view source, std::size_t end) {
-    const std::string_view line = source.substr(source.find_last_of("\r\n", end) + 1);
-    const bool directive = line.find("#e") != std::string_view::npos;
-    return source[end] == '}' || (directive && !IsAsciiSpace(source[end]));
+    const std::size_t directive = source.rfind("#e", end);
+    const bool near = directive != std::string_view::npos && end - directive < 50;
+    const bool whole = end + 1 == source.size() || !IsWordCharacter(source[end + 1]);
+    return source[end] == '}' || (near && whole && !IsAsciiSpace(source[end]));
 }
 
 // At the row's place the source has its text, and behind it what ends it.
