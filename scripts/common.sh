@@ -52,6 +52,11 @@ need_test_libraries() {
     need sqlite3 sqlite3
 }
 
+# For the test of the map, which is skipped without it.
+need_browser() {
+    need python3 python3 chromium chromium chromedriver chromium-driver
+}
+
 # build PRESET [TARGET...]: says nothing when there is nothing to do.
 build() {
     local tree=$root/build/$1

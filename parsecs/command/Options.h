@@ -23,7 +23,6 @@ struct Options {
     std::string list;                 ///< A file that names inputs; empty: none.
     bool listEndsInNul = false;       ///< Its names end in NUL, not in a line feed.
     std::string output;               ///< Empty: standard output.
-    std::string file;                 ///< That a form makes of all inputs; empty: it makes texts.
     std::string folder;               ///< Of one output for each input; empty: none.
     unsigned jobs = 0;                ///< 0: as many as there are cores to use.
     Colour colour = Colour::Auto;

@@ -44,8 +44,7 @@ bool IsFrame(const Row& row) {
 
 }  // namespace
 
-void MapColumns::Add(const std::vector<Row>& rows) {
-    const Row& file = rows.front();
+void MapColumns::Add(std::string_view path, const std::vector<Row>& rows) {
     Choose(rows);
     const MapRow* before = nullptr;
     for (const MapRow& row : chosen_) {
@@ -55,9 +54,9 @@ void MapColumns::Add(const std::vector<Row>& rows) {
     ++files_;
     rows_ += chosen_.size();
     rowsRead_ += rows.size();
-    AppendLine(file.text, paths_);
+    AppendLine(path, paths_);
     AppendNumber(static_cast<std::uint32_t>(chosen_.size()), fileRows_);
-    AppendNumber(static_cast<std::uint32_t>(file.end.line), fileLines_);
+    AppendNumber(static_cast<std::uint32_t>(rows.front().end.line), fileLines_);
     AppendNumber(statementsOutside_, fileStatements_);
 }
 
@@ -78,17 +77,17 @@ void MapColumns::Choose(const std::vector<Row>& rows) {
         const Open& above = open.back();
         const auto role = static_cast<std::uint8_t>(RoleOf(row));
         const std::uint32_t branch = IsBranch(role) ? 1 : 0;
+        const std::uint32_t statement = row.kind == KindName::kPreprocessor ? 0 : 1;
         Open here{row.last, above.depth, above.chosen, above.branches + branch};
         const bool all = detail_ == MapDetail::Statements;
         if (IsFrame(row)) {
             // Nothing of its own.
         } else if (all || IsDefinition(row, role)) {
-            const std::uint32_t counts = row.kind == KindName::kPreprocessor ? 0 : 1;
-            chosen_.push_back({&row, role, ++here.depth, counts, branch, 0, here.branches});
+            chosen_.push_back({&row, role, ++here.depth, statement, branch, 0, here.branches});
             here.chosen = chosen_.size() - 1;
             here.branches = 0;
         } else if (above.chosen == kNone) {
-            ++statementsOutside_;
+            statementsOutside_ += statement;
         } else {
             MapRow& in = chosen_[above.chosen];
             in.statements += 1;

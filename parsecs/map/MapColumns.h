@@ -32,7 +32,7 @@ class MapColumns {
     explicit MapColumns(MapDetail detail) : detail_(detail) {}
 
     /// Adds a file: its rows, of which the first is the file itself.
-    void Add(const std::vector<Row>& rows);
+    void Add(std::string_view path, const std::vector<Row>& rows);
 
     std::size_t files() const { return files_; }
     std::size_t rows() const { return rows_; }

@@ -21,13 +21,14 @@ FileOutcome MapForm::Make(ReadSource source, std::string& made) const {
     return OutcomeOf(file);
 }
 
-void MapForm::Take(const FoundFile& /*file*/, std::string_view made) {
+void MapForm::Take(const FoundFile& file, std::string_view made) {
     rows_.clear();
     RowReader reader(made);
     for (Row row; reader.Next(row);) rows_.push_back(row);
-    definitions_.Add(rows_);
+    const std::string path = file.path == "-" ? "/dev/stdin" : file.path;
+    definitions_.Add(path, rows_);
     if (!statements_) return;
-    statements_->Add(rows_);
+    statements_->Add(path, rows_);
     if (statements_->files() > kMostFiles || statements_->rows() > kMostRows) statements_.reset();
 }
 

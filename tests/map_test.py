@@ -1,0 +1,239 @@
+#!/usr/bin/env python3
+"""map_test.py PARSECS SAMPLES: the map as a person with a browser meets it."""
+
+import json
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+from urllib.parse import quote
+
+from browser import Browser, installed
+
+SKIPPED = 77
+HOSTILE_NAME = b"<img src=x onerror=alert(1)>'\"\x1b[31m\xff\xe2\x80\xae.cs"  # and texts:
+HOSTILE = [
+    b'a = "</script><script>document.title = 1</script>"',
+    b'b = "<!-- <img src=x onerror=document.title=2> -->"',
+    b"c = '\"' + \"'&lt;&amp;{{data}}\"",
+]
+
+
+def parsecs(*arguments):
+    return subprocess.run([PARSECS, *map(str, arguments)], check=True, capture_output=True).stdout
+
+
+def rows_of(*inputs):
+    lines = parsecs("--jsonl", *inputs).decode().splitlines()
+    return [json.loads(line) for line in lines[1:]]
+
+
+def is_statement(row):
+    return row["kind"] not in ("filepath", "preprocessor") and row["id"] != 1
+
+
+def counts_of(rows):
+    of = lambda kind: sum(row["kind"] == kind for row in rows)
+    return [of("filepath"), of("function"), sum(map(is_statement, rows)), of("logic"), of("loop")]
+
+
+class MapTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.browser = Browser()
+        cls.rows = rows_of(SAMPLES)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.browser.close()
+        cls.folder.cleanup()
+
+    def make(self, *inputs):
+        """The address of a page for the inputs."""
+        page = Path(self.folder.name, f"{self._testMethodName}.html")
+        parsecs("--html", page, *inputs)
+        return page.as_uri()
+
+    def source(self, name, text):
+        path = Path(self.folder.name, os.fsdecode(name))
+        path.write_bytes(text)
+        return path
+
+    def numbers(self):
+        return [int(number.replace(",", "")) for number in re.findall(r"[\d,]+", self.browser.text("#counts"))]
+
+    def list(self, selector):
+        return self.browser.run(
+            "return [...document.querySelectorAll(arguments[0] + ' .row')].map((row) => row.querySelector('.text').textContent)", selector)
+
+    def find(self, query, regex=False):
+        self.browser.run("location.hash = arguments[0]", f"#find={quote(query)}{'&regex=1' if regex else ''}")
+        self.browser.wait(f"document.getElementById('query').value === {json.dumps(query)}")
+        return self.browser.text("#found")
+
+    def test_counts_are_those_of_the_rows(self):
+        self.browser.open(self.make(SAMPLES))
+        self.assertEqual(self.numbers(), counts_of(self.rows))
+
+    def test_search_finds_what_the_rows_hold(self):
+        page = self.make(SAMPLES)
+        self.browser.open(page)
+        shown = [row for row in self.rows if is_statement(row) or row["kind"] == "preprocessor" and row["text"]]
+        for query, matches in {
+            "levels": lambda text: "levels" in text.lower(),
+            "RETURN": lambda text: "RETURN" in text,
+            "name this": lambda text: "this" in text.lower() and "name" in text.lower(),
+            "[i] <": lambda text: "[i]" in text.lower() and "<" in text,
+            "nothing like it": lambda text: False,
+            "/^(else )?if\\b.*0/": lambda text: re.search("^(else )?if\\b.*0", text, re.I | re.M),
+            "/\\($/": lambda text: re.search("\\($", text, re.M),
+            "/[A-Z][a-z]+Exception/": lambda text: re.search("[A-Z][a-z]+Exception", text),
+        }.items():
+            with self.subTest(query):
+                regex = query.startswith("/")
+                expected = [row["text"] for row in shown if matches(row["text"]) or matches(row["name"])]
+                found = self.find(query.strip("/"), regex)
+                self.assertEqual(int(found.split()[0]), len(expected))
+                listed = self.list("#hits")
+                self.assertEqual(listed, [text.replace("\n", "↵") for text in expected][:len(listed)])
+        self.assertIn("not a regular", self.find("(", True))
+
+    def test_hits_light_up_and_the_rest_is_dimmed(self):
+        self.browser.open(self.make(SAMPLES))
+        colours = lambda: self.browser.value("""(() => {
+            const map = document.getElementById("map");
+            const pixels = new Uint32Array(map.getContext("2d").getImageData(0, 0, map.width, map.height).data.buffer);
+            const counts = {};
+            for (const pixel of pixels) counts[pixel] = (counts[pixel] ?? 0) + 1;
+            return counts; })()""")
+        lit = str(int.from_bytes(bytes.fromhex("d6006cff"), "little"))
+        before = colours()
+        self.assertNotIn(lit, before)
+        self.find("levels")
+        self.assertGreater(colours().get(lit, 0), 1000)
+        function = str(int.from_bytes(bytes.fromhex("2f7fc1ff"), "little"))
+        self.assertLess(colours().get(function, 0), before[function] / 2)
+
+    def test_zoom_and_back(self):
+        browser = self.browser
+        browser.open(self.make(SAMPLES) + "#at=Inventory.cs")
+        name = lambda: browser.text("#name")
+        start = name()
+        browser.click("#map")
+        self.assertNotEqual(name(), start)
+        inner, address = name(), browser.value("location.href")
+        browser.call("/refresh", {})
+        browser.wait("document.documentElement.dataset.ready")
+        self.assertEqual(name(), inner)
+        browser.call("/back", {})
+        browser.wait(f"document.getElementById('name').textContent === {json.dumps(start)}")
+        browser.open(address)
+        for _ in range(20):
+            browser.press("Escape")
+        self.assertEqual(name(), "▤ samples")
+        browser.open(address)
+        browser.click("#trail li:first-child a")
+        self.assertEqual(name(), "▤ samples")
+
+    def test_keyboard_alone(self):
+        browser = self.browser
+        browser.open(self.make(SAMPLES))
+        browser.press("/", "Recount", "Enter", "Down", "Enter")
+        self.assertEqual(browser.value("document.activeElement.id"), "hits")
+        self.assertIn("Recount", browser.text("#text"))
+        browser.run("document.getElementById('map').focus()")
+        name = browser.text("#name")
+        browser.press("Escape", "Down", "Enter")
+        self.assertNotEqual(browser.text("#name"), name)
+        browser.run("document.getElementById('boxes').focus()")
+        browser.press("End")
+        chosen = browser.run("return document.querySelector('#boxes [aria-selected=true] .text').textContent")
+        self.assertEqual(chosen, browser.text("#text"))
+
+    def test_names_and_roles(self):
+        self.browser.open(self.make(SAMPLES) + "#find=a")
+        for selector, role in {"#map": "application", "#query": "searchbox", "#boxes": "tree", "#hits": "listbox",
+                               "#colour": "combobox", "#trail": "navigation", "#copy": "button"}.items():
+            found, label = self.browser.role_and_label(selector)
+            self.assertEqual(found, role)
+            self.assertNotEqual(label, "", selector)
+
+    def test_nothing_runs_and_nothing_is_fetched(self):
+        browser = self.browser
+        source = self.source(HOSTILE_NAME, b"".join(line + b";\n" for line in HOSTILE))
+        page = self.make(source)
+        browser.requests(), browser.complaints()
+        browser.open(page)
+        self.assertEqual(browser.requests(), [page])
+        self.assertEqual(browser.complaints(), [])
+        self.assertEqual(browser.value("document.title"), f"Map of {Path(self.folder.name).name}")
+        self.assertEqual(browser.value("document.scripts.length"), 1)
+        self.assertEqual(self.list("#boxes"), [line.decode() for line in HOSTILE])
+        self.assertEqual(browser.text("#name"), "≡ <img src=x onerror=alert(1)>'\"\\x1b[31m\ufffd\\u202e.cs")
+        browser.run("""const script = document.createElement("script");
+            script.textContent = "document.title = 'ran'"; document.body.append(script);
+            document.body.append(Object.assign(new Image(), {src: "http://127.0.0.1:9/x.png"}));""")
+        self.assertNotEqual(browser.value("document.title"), "ran")
+        self.assertEqual(len(browser.complaints()), 2)
+
+    def test_a_hundred_thousand_deep(self):
+        browser = self.browser
+        browser.open(self.make(self.source("deep.cs", b"if (a) {" * 100_000)))
+        browser.run("document.getElementById('boxes').focus()")
+        browser.press("End")
+        last = browser.run("return document.querySelector('#boxes [aria-selected=true]').getAttribute('aria-level')")
+        self.assertEqual(int(last), 100_000)
+        browser.press("Enter", "Escape", "Escape")
+        self.assertEqual(self.find("if"), "100,000 hits")
+
+    def test_beyond_ten_thousand_files_are_only_definitions(self):
+        many = Path(self.folder.name, "many")
+        many.mkdir()
+        text = Path(SAMPLES, "Inventory.cs").read_bytes()
+        first = self.source("first.cs", text)
+        names = [many / f"{i}.cs" for i in range(10_001)]
+        for name in names:
+            os.link(first, name)
+        self.browser.open(self.make(many))
+        self.assertFalse(self.browser.value("document.getElementById('notice').hidden"))
+        self.assertEqual(self.numbers(), [10_001 * count for count in counts_of(rows_of(first))[:3]])
+        self.browser.run("location.hash = '#at=77.cs'")
+        self.browser.wait("document.getElementById('name').textContent.includes('77.cs')")
+        facts = self.browser.text("#facts")
+        self.browser.open(self.make(many / "77.cs"))
+        self.assertEqual(self.browser.text("#facts"), facts)
+
+    def test_light_and_dark_show_something(self):
+        shots = []
+        for scheme in ("light", "dark"):
+            self.browser.devtools("Emulation.setEmulatedMedia", features=[{"name": "prefers-color-scheme", "value": scheme}])
+            self.browser.open(self.make(SAMPLES))
+            shots.append(self.browser.screenshot())
+        self.browser.devtools("Emulation.setEmulatedMedia", features=[])
+        self.browser.call("/url", {"url": "about:blank"})
+        grounds = []
+        for shot in shots:
+            pixels = self.browser.call("/execute/async", {"args": [shot], "script": """
+                const image = new Image();
+                image.onload = () => {
+                  const canvas = new OffscreenCanvas(image.width, image.height).getContext("2d");
+                  canvas.drawImage(image, 0, 0);
+                  const pixels = new Uint32Array(canvas.getImageData(0, 0, image.width, image.height).data.buffer);
+                  arguments[1]([new Set(pixels).size, pixels.at(-1) & 0xff]);
+                };
+                image.src = "data:image/png;base64," + arguments[0];"""})
+            self.assertGreater(pixels[0], 50)
+            grounds.append(pixels[1])
+        self.assertGreater(grounds[0] - grounds[1], 200)
+
+
+if __name__ == "__main__":
+    PARSECS, SAMPLES = sys.argv[1:3]
+    if installed() is None:
+        print("skipped: chromium and chromedriver are not installed")
+        sys.exit(SKIPPED)
+    unittest.main(argv=sys.argv[:1], verbosity=2)
