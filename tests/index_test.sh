@@ -102,9 +102,9 @@ end KILL
 start first.db '.parsecs-*'
 end TERM
 [ -z "$(find . -name 'first*' -o -name '.parsecs*')" ] || fail "an ended first run left: $(ls -A)"
-start shop.db shop.db-journal
-end KILL
-rm shop.db # and not its journal
+(sqlite3 shop.db "PRAGMA cache_size = 1" BEGIN "UPDATE node SET text = 'x'" \
+    "CREATE TABLE t AS SELECT randomblob(1000000)" ".shell kill -9 \$PPID"; true) 2>/dev/null
+rm shop.db # and not its journal, which would be played back into the new one
 "$parsecs" --db shop.db shop 2>/dev/null
 same_as_anew "beside an old journal"
 

@@ -141,7 +141,6 @@ void IndexForm::LoadFiles() {
 
 bool IndexForm::Wants(const FoundFile& file) {
     KnownFile& known = files_.try_emplace(NormalPath(file.path), KnownFile{}).first->second;
-    if (known.seen) return false;  // named twice
     known.seen = true;
     known.failed = !known.whole || known.bytes != file.bytes || known.modified != file.modified;
     return known.failed;
