@@ -202,9 +202,9 @@ void IndexForm::PutRows(std::int64_t file, std::string_view rows) {
     RowReader reader(rows);
     for (Row row; reader.Next(row);) {
         put.With(first + row.id).With(file);
-        row.parent < 0 ? put.WithNull() : put.With(first + row.parent);
-        put.With(first + row.last).With(row.depth).With(KindNumber(row.kind));
-        put.With(row.begin.line).With(row.begin.column).With(row.end.line);
+        row.parent < 0 ? put.WithNull() : put.With(row.id - row.parent);
+        put.With(row.last - row.id).With(row.depth).With(KindNumber(row.kind));
+        put.With(row.begin.line).With(row.begin.column).With(row.end.line - row.begin.line);
         row.name.empty() ? put.WithNull() : put.With(row.name);
         put.With(row.text).Run();
         if (row.declares == Declaration::Kind::Type) PutBases(first + row.id, row.text);

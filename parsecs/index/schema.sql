@@ -26,18 +26,22 @@ CREATE TABLE file (
     last     INTEGER NOT NULL  -- its last node
 );
 
+-- Small numbers take less room: a tenth of the database is spared by what is computed when asked.
 CREATE TABLE node (
     id       INTEGER PRIMARY KEY,
     file     INTEGER NOT NULL, -- file.id
-    parent   INTEGER,          -- null for a file
-    last     INTEGER NOT NULL, -- the last node below it, itself where there is none
+    up       INTEGER,
+    below    INTEGER NOT NULL,
     depth    INTEGER NOT NULL, -- 0 for a file
     kind     INTEGER NOT NULL, -- kind.id
     line     INTEGER NOT NULL, -- where its text begins, from 1; 0: there is no such place
     column   INTEGER NOT NULL, -- in bytes, from 1
-    endLine  INTEGER NOT NULL,
+    more     INTEGER NOT NULL, -- lines
     name     TEXT,             -- what it declares, null where that is nothing
-    text     TEXT NOT NULL     -- of the statement or the block's header, white space reduced
+    text     TEXT NOT NULL,    -- of the statement or the block's header, white space reduced
+    parent   INTEGER AS (id - up),    -- null for a file
+    last     INTEGER AS (id + below), -- the last node below it, itself where there is none
+    endLine  INTEGER AS (line + more)
 );
 
 CREATE TABLE function (
