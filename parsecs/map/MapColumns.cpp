@@ -19,7 +19,7 @@ std::uint32_t ZigZag(std::int32_t number) {
 
 void AppendLine(std::string_view text, std::string& out) {
     for (std::size_t end = text.find('\n'); end != text.npos; end = text.find('\n')) {
-        out.append(text.substr(0, end)).append("\u2028");
+        out.append(text.substr(0, end)).append("\r");
         text.remove_prefix(end + 1);
     }
     out.append(text).append("\n");

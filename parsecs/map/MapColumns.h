@@ -8,7 +8,7 @@
 //   of the rows: the columns of MapColumns::Column
 //   the paths, then the texts, each ended by a line feed
 //
-// A line feed within a text is written as U+2028, a line separator.
+// A line feed within a text is written as a carriage return: of those there are none by now.
 #pragma once
 
 #include <array>

@@ -86,7 +86,8 @@ MapRole RoleOfOther(const Row& row) {
 MapRole RoleOf(const Row& row) {
     if (row.kind == KindName::kClass || row.kind == KindName::kNamespace) return MapRole::Type;
     if (row.kind == KindName::kFunction) return MapRole::Function;
-    if (row.kind == KindName::kClassVar) return MapRole::Variable;
+    // A type inside of a class looks like a declaration of a variable.
+    if (row.kind == KindName::kClassVar && !OpensType(row.text)) return MapRole::Variable;
     if (row.kind == KindName::kLogic) return MapRole::Branch;
     if (row.kind == KindName::kLoop) return MapRole::Loop;
     if (row.kind == KindName::kPreprocessor) return MapRole::Symbols;

@@ -43,8 +43,9 @@ class Colours {
     const entries = this.by === "kind"
       ? LEGEND.map((name) => [this.roles[ROLE[name.toUpperCase()]], `${MARKS[ROLE[name.toUpperCase()]]} ${name}`])
       : this.steps.map((colour, i) => [colour, this.rangeOf(i)]);
-    list.setAttribute("aria-label", this.by === "kind" ? "Legend: kinds" : `Legend: ${STEPS[this.by].name}`);
-    list.replaceChildren(...entries.map(([colour, name]) => {
+    const title = document.createElement("li");
+    title.textContent = this.by === "kind" ? "Kinds:" : `${STEPS[this.by].name}:`;
+    list.replaceChildren(title, ...entries.map(([colour, name]) => {
       const item = document.createElement("li");
       const swatch = item.appendChild(document.createElement("span"));
       swatch.className = "swatch";

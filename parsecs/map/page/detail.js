@@ -17,7 +17,12 @@ class Detail {
       },
       open: (i) => open(this.nodes[i]),
     });
-    document.getElementById("copy").addEventListener("click", () => this.copyPath());
+    const onClick = (id, text) => {
+      const button = document.getElementById(id);
+      button.addEventListener("click", () => copy(button, text()));
+    };
+    onClick("copy", () => document.getElementById("path").textContent);
+    onClick("copy-text", () => this.indented());
   }
 
   show(root, chosen) {
@@ -41,17 +46,14 @@ class Detail {
     document.getElementById("path").textContent = placeOf(this.tree, node >= 0 ? node : this.root);
   }
 
-  async copyPath() {
-    const path = document.getElementById("path");
-    const button = document.getElementById("copy");
-    try {
-      await navigator.clipboard.writeText(path.textContent);
-      button.textContent = "Copied";
-      setTimeout(() => (button.textContent = "Copy path"), 1500);
-    } catch {
-      // Not allowed to: the person can, with the keyboard.
-      getSelection().selectAllChildren(path);
-    }
+  /** All rows as text. */
+  indented() {
+    const { tree, root } = this;
+    const lines = Array.from(this.nodes, (node) => {
+      const depth = Math.min(tree.depth[node] - tree.depth[root], MOST_BOXES);
+      return "    ".repeat(depth) + tree.wholeText(node);
+    });
+    return [tree.wholeText(root), ...lines].join("\n");
   }
 
   draw(i) {
@@ -107,6 +109,21 @@ class Detail {
   }
 }
 
+async function copy(button, text) {
+  const label = button.textContent;
+  try {
+    await navigator.clipboard.writeText(text);
+    button.textContent = "Copied";
+  } catch {
+    button.textContent = "Not allowed";
+  }
+  button.disabled = true;
+  setTimeout(() => {
+    button.textContent = label;
+    button.disabled = false;
+  }, 1500);
+}
+
 function element(name, className, text = "") {
   const made = document.createElement(name);
   made.className = className;
@@ -141,6 +158,6 @@ function factsOf(tree, node) {
 
 /** Path and line, as editors take them. */
 function placeOf(tree, node) {
-  const path = oneLine(tree.fullPathOf(node)) || tree.label(node);
+  const path = oneLine(tree.fullPathOf(node)) || ".";
   return tree.line[node] > 0 ? `${path}:${tree.line[node]}` : path;
 }

@@ -5,12 +5,12 @@ const LEAST = 3; // a box with a shorter side is not drawn
 
 /**
  * The boxes below a node, parents before what lies in them. A box is { node, shown, label, parent,
- * x, y, w, h, head, open, rest }: `shown` is the innermost of folders that hold nothing but one
- * another, and `rest` says that it stands for the smallest of its parent's nodes. Boxes of a role
- * in `closed` show nothing inside.
+ * x, y, w, h, head, open, rest }: `shown` is the innermost of folders, or of namespaces and types,
+ * that hold nothing but one another; `rest` has the nodes of a box that stands for the smallest in
+ * its parent, and is null for all others. Boxes of a role in `closed` show nothing inside.
  */
 function layOut(tree, root, width, height, closed) {
-  const boxes = [{ node: root, shown: root, parent: -1, x: 0, y: 0, w: width, h: height, head: 0, open: false, rest: false }];
+  const boxes = [{ node: root, shown: root, parent: -1, x: 0, y: 0, w: width, h: height, head: 0, open: false, rest: null }];
   for (let i = 0; i < boxes.length; ++i) {
     if (i === 0 || !closed.includes(tree.role[boxes[i].shown])) openBox(tree, boxes, i);
   }
@@ -19,7 +19,7 @@ function layOut(tree, root, width, height, closed) {
 
 function openBox(tree, boxes, i) {
   const box = boxes[i];
-  if (box.rest || !tree.hasChildren(box.shown)) return;
+  if (box.rest !== null || !tree.hasChildren(box.shown)) return;
   const gap = Math.min(box.w, box.h) > 48 ? 2 : 1;
   const head = box.parent >= 0 && box.w > 40 && box.h > HEAD * 2 ? HEAD : 0;
   const inner = { x: box.x + gap, y: box.y + gap + head, w: box.w - 2 * gap, h: box.h - 2 * gap - head };
@@ -29,7 +29,8 @@ function openBox(tree, boxes, i) {
   squarify(sizes, inner, (at, x, y, w, h, rest) => {
     if (rest && at === 0) return; // nothing in it would be seen: it stays closed
     [box.open, box.head] = [true, head];
-    boxes.push({ node: children[at], shown: innermost(tree, children[at]), parent: i, x, y, w, h, head: 0, open: false, rest });
+    const shown = innermost(tree, children[at]);
+    boxes.push({ node: children[at], shown, parent: i, x, y, w, h, head: 0, open: false, rest: rest ? children.slice(at) : null });
   });
 }
 
@@ -47,7 +48,8 @@ function bySize(tree, node) {
 
 function innermost(tree, node) {
   const { role, end } = tree;
-  while (role[node] === ROLE.FOLDER && role[node + 1] === ROLE.FOLDER && end[node + 1] === end[node]) ++node;
+  const nests = role[node] === ROLE.FOLDER || role[node] === ROLE.TYPE;
+  while (nests && role[node + 1] === role[node] && end[node + 1] === end[node]) ++node;
   return node;
 }
 

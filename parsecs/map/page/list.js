@@ -10,7 +10,7 @@ class VirtualList {
    * with the one that was opened.
    */
   constructor(element, { draw, choose, open }) {
-    Object.assign(this, { element, draw, choose, open, count: 0, at: -1, first: 0 });
+    Object.assign(this, { element, draw, choose, open, count: 0, at: -1, rows: new Map() });
     this.space = element.appendChild(document.createElement("div"));
     this.space.className = "space";
     element.addEventListener("scroll", () => this.refresh(), { passive: true });
@@ -23,6 +23,8 @@ class VirtualList {
     this.count = count;
     this.at = -1;
     this.space.style.height = `${Math.min(TALLEST, count * ROW)}px`;
+    this.space.replaceChildren();
+    this.rows.clear();
     this.element.scrollTop = 0;
     this.refresh();
   }
@@ -36,26 +38,36 @@ class VirtualList {
     return Math.min(ROW, TALLEST / Math.max(1, this.count));
   }
 
-  /** Draws the rows that are seen now. */
+  /** Draws the rows that are seen now. Those that stay keep their elements, and so a selection. */
   refresh() {
-    const top = this.element.scrollTop;
+    const { rows, space } = this;
+    const top = this.element.scrollTop; // asked for once: the answer costs a layout after each change
     const first = Math.floor(top / this.pace);
     const from = Math.max(0, first - BEYOND);
     const to = Math.min(this.count, first + this.seen + BEYOND);
-    const rows = [];
-    for (let i = from; i < to; ++i) {
-      const row = this.draw(i);
-      row.id = `${this.element.id}-${i}`;
-      row.style.top = `${this.pace === ROW ? i * ROW : top + (i - top / this.pace) * ROW}px`;
-      row.dataset.row = i;
-      row.setAttribute("aria-selected", i === this.at);
-      row.setAttribute("aria-posinset", i + 1);
-      row.setAttribute("aria-setsize", this.count);
-      rows.push(row);
+    for (const [i, row] of rows) {
+      if (i >= from && i < to) continue;
+      row.remove();
+      rows.delete(i);
     }
-    this.space.replaceChildren(...rows);
+    let next = null;
+    for (let i = to - 1; i >= from; --i) {
+      if (!rows.has(i)) rows.set(i, space.insertBefore(this.make(i), next));
+      next = rows.get(i);
+      next.style.top = `${this.pace === ROW ? i * ROW : top + (i - top / this.pace) * ROW}px`;
+      next.setAttribute("aria-selected", i === this.at);
+    }
     if (this.at < 0) this.element.removeAttribute("aria-activedescendant");
     else this.element.setAttribute("aria-activedescendant", `${this.element.id}-${this.at}`);
+  }
+
+  make(i) {
+    const row = this.draw(i);
+    row.id = `${this.element.id}-${i}`;
+    row.dataset.row = i;
+    row.setAttribute("aria-posinset", i + 1);
+    row.setAttribute("aria-setsize", this.count);
+    return row;
   }
 
   /** Puts the cursor on a row, and the row into sight. */
@@ -73,12 +85,8 @@ class VirtualList {
     const row = event.target.closest("[data-row]");
     // A click that ends a selection of text is none.
     if (row === null || (act === this.choose && !getSelection().isCollapsed)) return;
-    // The element stays: a double click must meet it twice, and a selection must last.
-    const before = this.space.querySelector("[aria-selected=true]");
-    before?.setAttribute("aria-selected", "false");
-    row.setAttribute("aria-selected", "true");
     this.at = Number(row.dataset.row);
-    this.element.setAttribute("aria-activedescendant", row.id);
+    this.refresh();
     act(this.at);
   }
 

@@ -58,22 +58,28 @@ class MapView {
     const role = colours.by === "kind" ? tree.role[box.shown] : ROLE.FOLDER;
     context.fillStyle = colours.open[role];
     context.fillRect(box.x, box.y, box.w - 1, box.h - 1);
-    if (box.w > 12 && box.h > 12) {
-      context.strokeStyle = colours.roles[role];
+    // What it says itself may be a hit, whatever is in it.
+    const lit = this.hits !== null && this.hits.has(box.shown);
+    if (lit || (box.w > 12 && box.h > 12)) {
+      context.strokeStyle = lit ? colours.lit : colours.roles[role];
       context.strokeRect(box.x + 0.5, box.y + 0.5, box.w - 2, box.h - 2);
     }
-    if (box.head > 0) this.write(box, colours.ink, HEAD / 2 + 1);
+    if (lit && box.head > 0) {
+      context.fillStyle = colours.lit;
+      context.fillRect(box.x, box.y, box.w - 1, box.head);
+    }
+    if (box.head > 0) this.write(box, lit ? colours.inkOn(colours.lit) : colours.ink, HEAD / 2 + 1);
   }
 
   drawClosed(box) {
     const { context, colours, tree } = this;
     const colour = colours.of(tree, box.shown);
-    const lit = this.hits === null ? false : this.hits.areIn(box.rest ? tree.parent[box.node] : box.node, tree);
+    const lit = this.hits !== null && (box.rest ?? [box.node]).some((node) => this.hits.areIn(node, tree));
     context.globalAlpha = this.hits === null || lit ? 1 : LESS;
     context.fillStyle = lit ? colours.lit : colour;
     const seam = box.w > 2.5 && box.h > 2.5 ? 1 : 0.4;
     context.fillRect(box.x, box.y, box.w - seam, box.h - seam);
-    if (!box.rest && box.w > 24 && box.h > 13) this.write(box, colours.inkOn(lit ? colours.lit : colour), Math.min(box.h / 2, 9));
+    if (box.rest === null && box.w > 24 && box.h > 13) this.write(box, colours.inkOn(lit ? colours.lit : colour), Math.min(box.h / 2, 9));
     context.globalAlpha = 1;
   }
 
@@ -84,9 +90,10 @@ class MapView {
     this.context.fillText(text.length > letters ? `${text.slice(0, letters - 1)}…` : text, box.x + 4, box.y + down, box.w - 6);
   }
 
-  /** Folders that hold nothing but one another share a box. */
+  /** Folders that hold nothing but one another share a box; of types the innermost is told. */
   labelOf(box) {
     let label = this.tree.label(box.shown);
+    if (!this.tree.isPlace(box.node)) return label;
     for (let node = box.shown; node !== box.node; ) {
       node = this.tree.parent[node];
       label = `${this.tree.label(node)}/${label}`;
@@ -108,13 +115,13 @@ class MapView {
       const { style } = this.cursor;
       [style.left, style.top, style.width, style.height] = [box.x, box.y, box.w, box.h].map((length) => `${length}px`);
     }
-    this.point(at < 0 ? -1 : box.rest ? this.tree.parent[box.node] : box.shown);
+    this.point(at < 0 ? -1 : box.rest === null ? box.shown : this.tree.parent[box.node]);
   }
 
   openBox(at) {
     if (at < 0) return;
     const box = this.boxes[at];
-    this.open(box.rest ? this.boxes[box.parent].shown : box.shown);
+    this.open(box.rest === null ? box.shown : this.boxes[box.parent].shown);
   }
 
   onKey(event) {

@@ -8,6 +8,7 @@ class Query {
     const source = isRegex ? text : this.words.map((word) => word.replace(/[\\^$.*+?()[\]{}|/-]/g, "\\$&")).join("|");
     this.regex = new RegExp(source, this.exact ? "gm" : "gim");
     this.isRegex = isRegex;
+    this.isOneWord = this.words.length === 1;
   }
 
   /** A function from a place to that of the next candidate, -1 if there is none. */
@@ -58,6 +59,10 @@ class Hits {
       if (hit) nodes[count++] = i;
     }
     this.nodes = nodes.slice(0, count);
+  }
+
+  has(node) {
+    return this.nodes[this.firstFrom(node)] === node;
   }
 
   /** Whether there is one in the node or below it. */

@@ -18,10 +18,10 @@ class Texts {
     return this.starts.length - 1;
   }
 
-  /** A text as it was; a line feed in it came as a line separator. */
+  /** A text as it was; a line feed in it came as a carriage return. */
   get(i) {
     const bytes = this.bytes.subarray(this.starts[i], this.starts[i + 1] - 1);
-    return decoder.decode(bytes).replaceAll("\u2028", "\n");
+    return decoder.decode(bytes).replaceAll("\r", "\n");
   }
 
   /** Decodes all of them, unless that has been done. */
@@ -54,7 +54,7 @@ class Texts {
     for (let at = next(0); at >= 0 && at < joined.length; at = next(starts[i])) {
       i = this.indexAt(at, i);
       // What was found may reach over the end of the text, or be only one of the words.
-      if (query.matches(joined.slice(starts[i], starts[i + 1] - 1))) found[i] = 1;
+      if (query.isOneWord || query.matches(joined.slice(starts[i], starts[i + 1] - 1))) found[i] = 1;
       if (++i === this.count) break;
     }
     return found;
