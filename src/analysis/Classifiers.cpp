@@ -27,7 +27,7 @@ constexpr Keyword kKeywords[] = {
 
 constexpr std::uint32_t BitOf(char c) { return 1U << (static_cast<unsigned char>(c) % 32); }
 
-// By the first character of a keyword, the bits of its second.
+// A prefilter: indexed by a keyword's first character, a bit mask of the second ones.
 constexpr std::array<std::uint32_t, 256> kSecondCharacters = [] {
     std::array<std::uint32_t, 256> bits{};
     for (const Keyword& keyword : kKeywords) {
@@ -36,13 +36,13 @@ constexpr std::array<std::uint32_t, 256> kSecondCharacters = [] {
     return bits;
 }();
 
-// No for most texts, and for all that are shorter than a keyword.
+// False for most texts; true may be a false positive.
 bool MayBeginWithKeyword(std::string_view text) {
     return text.size() > 1 &&
            (kSecondCharacters[static_cast<unsigned char>(text[0])] & BitOf(text[1])) != 0;
 }
 
-// What a part means to the two questions below.
+// What a part is to the two state machines below.
 enum class Mark : unsigned char {
     None,
     Other,
@@ -71,7 +71,7 @@ Mark MarkOf(std::string_view part) {
     }
 }
 
-// Whether any of the characters stands in the rest of a text: without them no part there matters.
+// Whether the rest of a text holds any of the characters: otherwise none of its parts matters.
 bool HasAny(std::string_view rest, std::string_view characters) {
     return FindWhere(rest, 0, [characters](Bytes16 bytes) { return bytes.IsOneOf(characters); }) <
            rest.size();
@@ -156,7 +156,7 @@ Declares AskParts(std::string_view text) {
         if (mark == Mark::None) break;
         function.Look(mark);
         variable.Look(mark);
-        // Parameter lists are long, and most have no dot.
+        // Only a dot can matter now: parameter lists are long, and most have none.
         if (mark == Mark::Parenthesis && variable.decided) more = HasAny(walker.Rest(), ".");
     }
     return {first == "return", !function.impossible && function.parenthesis, variable.answer};

@@ -1,18 +1,16 @@
-// Six yes/no questions about the text of one statement or block header. They are shallow, overlap,
-// and do not rank themselves: each caller asks them in an order of its own. None allocates; each
-// is linear in its text. Comparisons are exact and case-sensitive; a word begins with a letter only
-// when that is an ASCII one.
+// Six predicates on the text of one statement or block header. They are heuristics that overlap,
+// and have no ranking: each caller evaluates them in an order of its own. None allocates; each is
+// linear in its text. Comparisons are exact and case-sensitive; letters are ASCII letters.
 #pragma once
 
 #include <string_view>
 
-/// What the first word of a text is to the classifiers below: all three lists of words are asked
-/// for at once.
+/// The keyword list that the first word of a text is on: one look-up for three classifiers below.
 enum class FirstWordMeaning : unsigned char { Other, Logic, Loop, Defines };
 FirstWordMeaning MeaningOfFirstWord(std::string_view text);
 
-/// What the parts of a text say, all found in one walk over them. See the classifiers of these
-/// names.
+/// The results of DetectReturnDeclaration, DetectFunctionDeclaration and DetectVariableDeclaration,
+/// found in one walk over the text's parts.
 struct Declares {
     bool returned = false;
     bool function = false;

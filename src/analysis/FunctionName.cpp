@@ -3,7 +3,7 @@
 #include "text/StringHelpers.h"
 
 std::string functionName(std::string_view text) {
-    // What stands before the parameter list, without a generic return type and pointer stars.
+    // The text before the parameter list, without a generic return type and pointer stars.
     std::string_view header = text.substr(0, text.find('('));
     header = header.substr(header.find('>') + 1);  // the whole header where there is none
     std::string_view name = trim(header);
@@ -14,7 +14,7 @@ std::string functionName(std::string_view text) {
         name = TrimAndReduceInPlace(edited);
     }
 
-    // The last word with its blank, without an owner before a dot.
+    // The last word with its blank, or from its last dot on: the dot stays.
     const std::size_t blank = name.rfind(' ');
     if (blank != std::string_view::npos) {
         name = name.substr(blank);

@@ -1,3 +1,4 @@
+// The name in a function's declaration.
 #pragma once
 
 #include <string>
@@ -6,6 +7,7 @@
 /// The simple name of the function that a declaration header declares: the word directly before
 /// the parameter list, without return type, modifiers, pointer stars or generic arguments.
 ///
-/// Purely textual: everything up to the first '>' before the parameters goes, which takes a generic
-/// return type away and leaves nothing of "void Foo<T>(T x)". May be empty; never fails.
+/// Purely textual: everything up to the first '>' before the parameters is cut, which removes a
+/// generic return type, but also all of "void Foo<T>(T x)"; "void IFoo.Bar()" keeps ".Bar". May be
+/// empty. Throws std::bad_alloc.
 std::string functionName(std::string_view text);

@@ -28,7 +28,7 @@ constexpr std::array<Kind, 256> kKinds = [] {
 
 constexpr Kind KindOf(char c) { return kKinds[static_cast<unsigned char>(c)]; }
 
-// The readers below work on a cursor of their own and give back where the part ends.
+// Each of these skips one thing from `at` on and returns the position after it.
 
 std::size_t SkipSpace(std::string_view text, std::size_t at) {
     while (at < text.size() && KindOf(text[at]) == Kind::Space) ++at;
@@ -54,7 +54,7 @@ std::size_t SkipOperator(std::string_view text, std::size_t at) {
     return at;
 }
 
-// The letters, digits and '_' that most words are made of, 16 at a time; some may be left.
+// Skips letters, digits and '_' 16 at a time; up to 15 may be left at the text's end.
 std::size_t SkipIdentifier(std::string_view text, std::size_t at) {
     for (; at + Bytes16::kSize <= text.size(); at += Bytes16::kSize) {
         const unsigned others = ~Bytes16::Load(text.data() + at).AreIdentifier().Mask() & 0xFFFF;
@@ -91,7 +91,7 @@ std::string_view PartWalker::Next() {
 }
 
 void PartsList(std::string_view text, std::vector<std::string>& parts) {
-    std::vector<std::string> found;  // the text may be one of `parts`, which move when they grow
+    std::vector<std::string> found;  // the text may be one of `parts`, which growing them moves
     PartWalker walker(text);
     for (auto part = walker.Next(); !part.empty(); part = walker.Next()) found.emplace_back(part);
     std::move(found.begin(), found.end(), std::back_inserter(parts));

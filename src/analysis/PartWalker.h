@@ -1,6 +1,6 @@
-// Splits the text of one statement into parts: words (identifiers, keywords, numbers), single
-// punctuation characters, runs of operator characters, and quoted literals. No grammar: it looks
-// at one character at a time and never fails.
+// The tokeniser: splits the text of one statement into parts: words (identifiers, keywords,
+// numbers), single punctuation characters, runs of operator characters, and quoted literals. It
+// knows no grammar and never fails.
 #pragma once
 
 #include <cstddef>
@@ -8,15 +8,15 @@
 #include <string_view>
 #include <vector>
 
-/// Yields the parts one after another, each a view into the text. Joined they give the text
-/// without the white space outside its literals.
+/// Yields the parts one after another, each a view into the text, which must outlive them. Joined
+/// they give the text without the white space outside its literals.
 ///
 ///   literal   '...' or "..." with its quotes; a backslash escapes the next character; one that
 ///             never closes runs to the end
 ///   single    : ( ) ; [ ] { } ,   and a '.' that no digit precedes
 ///   operator  a run of > < = + * % / -, in which + * % / - only follow one another:
 ///             "==", "+=", "=>", "<<=", but "=" "-"
-///   word      a run of all other characters, '!' '&' '|' included, that may hold a '.' behind a
+///   word      a run of all other characters, '!' '&' '|' included, that may hold a '.' after a
 ///             digit: "3.14", "a&&b", but "!" "=" in "a != b"
 class PartWalker {
   public:
@@ -25,7 +25,7 @@ class PartWalker {
     /// The next part; empty after the last one.
     std::string_view Next();
 
-    /// What has not been looked at yet.
+    /// The text after the last part.
     std::string_view Rest() const { return text_.substr(position_); }
 
   private:

@@ -8,12 +8,12 @@
 
 #include "text/SourceMap.h"
 
-/// Where the bytes of a cleaned text stood in the source.
+/// Maps positions in a cleaned text back to the source.
 struct CleaningMaps {
-    SourceMap comments;      // of the comment pass
-    SourceMap conditionals;  // of the preprocessor pass, whose text is the other's result
+    SourceMap comments;      // from the comment pass's result to the source
+    SourceMap conditionals;  // from the cleaned text to the comment pass's result
 
-    /// As SourceMap's.
+    /// A cursor for ascending look-ups, as SourceMap::Reader.
     class Reader {
       public:
         explicit Reader(const CleaningMaps& maps)
@@ -29,13 +29,13 @@ struct CleaningMaps {
     };
 };
 
-/// Groups the cleaning operations; it has no data, and a default-constructed object serves. Nothing
-/// here fails or keeps state, and all of it throws nothing but std::bad_alloc.
+/// The cleaning operations. A stateless class: use a default-constructed object. Nothing fails or
+/// throws, except with std::bad_alloc.
 class Cleaner {
   public:
-    /// The whole pipeline. Collects the operands of conditional directives into `defines`. Writes
-    /// "the final data is " and the text between the two passes to standard output. `maps`, unless
-    /// it is null, receives where the cleaned bytes stood.
+    /// Both passes. Appends the operands of conditional directives to `defines`. Writes "the final
+    /// data is " and the comment pass's result to standard output. `maps`, unless it is null,
+    /// receives where the cleaned bytes stood in the source.
     std::string CleanText(std::string text, std::vector<std::string> definedSymbols,
                           std::vector<std::string>& defines, CleaningMaps* maps = nullptr) const;
 
@@ -45,22 +45,21 @@ class Cleaner {
     /// The comment pass: drops comments, attribute sections at the start of a statement, and
     /// stretches from a run of five 'T' to the next semicolon; turns bytes that are not printable
     /// into blanks. Literals and the line feeds of comments stay.
-    /// `map`, unless it is null, receives where the kept bytes stood.
+    /// `map`, unless it is null, receives where the kept bytes stood in `text`.
     std::string UncommentAndUnquoteText(std::string_view text, SourceMap* map = nullptr) const;
 
     /// The preprocessor pass: empties every directive line and every line of an inactive section,
     /// and unindents most others. One line feed out for each line feed in. A condition is true when
     /// its operand, the rest of its line, is an entry of `definedSymbols`. Appends each operand to
-    /// `defines`, unless it stands there already. Held lines of more than 50 bytes,
-    /// directives and indentation alike, write a trace line to standard output for each further
-    /// byte. `map` as above.
+    /// `defines`, unless it stands there already. A directive or an indentation of more than 50
+    /// bytes writes a trace line to standard output for each further byte. `map` as above.
     std::string PreProcessorSimulation(std::string_view text,
                                        std::vector<std::string> definedSymbols,
                                        std::vector<std::string>& defines,
                                        SourceMap* map = nullptr) const;
 
-    /// Splits a directive line into its keyword with the '#' and its operand. Appends none of them
-    /// where a letter comes before any '#': no directive. `parts` comes empty.
+    /// Splits a directive line, and appends its keyword with the '#' and its operand to `parts`, as
+    /// far as it has them. Appends nothing where a letter comes before any '#': no directive.
     void CleanerPartsList(std::string_view line, std::vector<std::string>& parts) const;
 
     /// Whether the branch that the directive line opens is active. `previousState` is the state of

@@ -16,10 +16,10 @@ constexpr bool IsFiltered(char c) {
     return (byte < 32 && c != '\n' && c != '\r') || byte >= 127;
 }
 
-// The state in which the rules find a byte, and leave it for the next.
+// The state machine's state between two bytes.
 struct CommentState {
     Inside inside = Inside::Code;
-    bool unexamined = false;     // the next character is not looked at
+    bool unexamined = false;     // the next character is exempt from all other rules
     bool semicolonSkip = false;  // everything up to the next semicolon is dropped
     bool attribute = false;      // everything up to the next ']' is dropped
     bool statementStart = true;  // nothing of the next statement has been copied yet
@@ -45,25 +45,25 @@ struct Place {
     char Previous() const { return at > 0 ? text[at - 1] : text[at]; }
 };
 
-// A run of five 'T' with a byte behind it, and no 'd' two places before it.
+// A run of five 'T' with a byte after it, and no 'd' two places before it.
 bool StartsTRun(const Place& place) {
     const std::string_view rest = place.text.substr(place.at);
     return rest.size() > 5 && rest.starts_with("TTTTT") &&
            !(place.at >= 2 && place.text[place.at - 2] == 'd');
 }
 
-// One byte against the rules, in their order. The first that decides wins; a rule that sets a flag
-// and does not return leaves the byte to those below.
+// Applies the rules to one byte. Their order matters: the first that returns decides, and one that
+// only sets a flag falls through to those below.
 Verdict Examine(CommentState& state, const Place& at) {
     const char c = at.Here();
 
-    // Behind a backslash in a literal, a "/*" and a "*/". The byte after a "/*" is kept from
-    // closing the comment, and goes the way of the comment.
+    // The byte after a "/*", a "*/" or a literal's escape character. After a "/*" it cannot close
+    // the comment, and is dropped with it unless it is a line feed.
     if (state.unexamined) {
         state.unexamined = false;
         return state.inside == Inside::BlockComment && c != '\n' ? Verdict::Drop : Verdict::Copy;
     }
-    // A stretch to be skipped opens in comments too.
+    // A skip to the next semicolon starts in comments too.
     if (c == 'T' && !state.InLiteral() && StartsTRun(at)) {
         state.semicolonSkip = true;
         return Verdict::Drop;
@@ -76,7 +76,7 @@ Verdict Examine(CommentState& state, const Place& at) {
         }
         state.statementStart = true;
     }
-    // An attribute section at the start of a statement, wherever that start was seen.
+    // An attribute section at the start of a statement, in comments and literals too.
     if (state.statementStart && (state.attribute || c == '[')) {
         state.attribute = c != ']';
         return Verdict::Drop;
@@ -106,7 +106,7 @@ Verdict Examine(CommentState& state, const Place& at) {
         return Verdict::Copy;
     }
     if (c == '\n') {
-        // The end of a comment's line starts no statement.
+        // The line feed that ends a comment starts no statement.
         if (state.inside == Inside::LineComment) {
             state.inside = Inside::Code;
             return Verdict::Copy;
@@ -119,16 +119,18 @@ Verdict Examine(CommentState& state, const Place& at) {
     return Verdict::Copy;
 }
 
-// Bytes at which the rules do more than copy (drop, in a comment), by what they stand in. The masks
-// of a block are made for what is asked of it: most blocks are all code or all comment.
+// Bytes at which a rule does more than copy (in a comment: drop), one mask for each context. As
+// types of their own they are made only for the blocks that need them: most blocks are all code or
+// all comment.
 struct Found {
     ByteMask bytes = 0;
 };
 
-// Of 'T's only one before another can begin a run; the next block's is not in sight.
+// Only a 'T' before another can begin a run. The block's last byte counts as one: the byte after it
+// is in the next block.
 ByteMask BeforeAnother(ByteMask ts) { return ts & (ts >> 1 | ByteMask{1} << 63); }
 
-// A run of the other bytes moves statement start, which `TakeRun` makes up for.
+// The other bytes may change `statementStart` too; `TakeRun` does that once for a whole run.
 struct FoundInCode : Found {
     FoundInCode() = default;
     explicit FoundInCode(const Block64& block)
@@ -182,7 +184,7 @@ class CommentPass {
         }
     }
 
-    // Takes the bytes up to `end`, at none of which a rule does anything of its own.
+    // The fast path: takes the bytes up to `end`, none of which needs to be examined.
     void TakeRun(std::size_t end) {
         if (end == position_) return;
         [[maybe_unused]] const CommentState before = state_;
@@ -194,8 +196,7 @@ class CommentPass {
         position_ = end;
     }
 
-    // Whether a statement starts behind a run of code: the last of its bytes that says something
-    // decides.
+    // Whether a statement starts after a run of code. Its last byte but blanks and '}' decides.
     bool StartsStatement(std::string_view run) const {
         std::size_t end = run.size();
         while (end > 0 && (run[end - 1] == ' ' || run[end - 1] == '}')) --end;
@@ -203,7 +204,7 @@ class CommentPass {
         return run[end - 1] == '\n' || run[end - 1] == ';';
     }
 
-    // What `TakeRun` takes at once comes to the same byte by byte.
+    // Whether `TakeRun` gives the same as examining each byte; for an assertion only.
     bool RulesAgree(CommentState state, std::size_t end) const {
         const Verdict verdict = state.Dropping() ? Verdict::Drop : Verdict::Copy;
         for (std::size_t at = position_; at < end; ++at) {
@@ -228,7 +229,7 @@ class CommentPass {
     BlockScan<FoundInBlockComment> blockComment_{text_};
     BlockScan<FoundInLiteral> literal_{text_};
     BlockScan<FoundInAttribute> attribute_{text_};
-    std::size_t position_ = 0;  // of the byte that is read
+    std::size_t position_ = 0;  // of the next byte
     RunCopy kept_;
     CommentState state_;
 };

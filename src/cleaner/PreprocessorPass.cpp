@@ -14,6 +14,7 @@
 
 namespace {
 
+// 127 is included; the comment pass leaves none.
 constexpr bool IsPrintable(char c) {
     const auto byte = static_cast<unsigned char>(c);
     return byte >= 32 && byte <= 127;
@@ -28,14 +29,15 @@ struct LineBytes {
     ByteMask notPrintable = 0;  // line feeds among them
 };
 
-// A directive line: its keyword with the '#', and the rest of it.
+// A directive line: its keyword with the '#', and its operand.
 struct Directive {
     std::optional<std::string> keyword;
     std::optional<std::string> operand;
 };
 
-// Only '#' and letters count, so "# if" is "#if"; a '(' ends the keyword without a blank, even when
-// there is nothing to end. None where a letter comes before any '#'. Sets `end` behind it.
+// Other characters than '#' and letters are left out, so "# if" is "#if". A blank ends the keyword,
+// and so does a '(', even an empty one. Nullopt where a letter comes before any '#'. `end` receives
+// the position after the keyword.
 std::optional<std::string> ReadKeyword(std::string_view line, std::size_t& end) {
     std::string keyword;
     for (end = 0; end < line.size(); ++end) {
@@ -52,7 +54,7 @@ std::optional<std::string> ReadKeyword(std::string_view line, std::size_t& end) 
     return keyword.empty() ? std::nullopt : std::optional(keyword);
 }
 
-// Without the blanks before its first letter or '('.
+// The operand loses the blanks before its first letter or '('.
 std::optional<std::string> ReadOperand(std::string_view rest) {
     std::string operand;
     bool begun = false;
@@ -88,8 +90,8 @@ bool IsActive(const Directive& directive, int previousState,
     return false;
 }
 
-// The traces of long lines: for each byte beyond the fiftieth the line so far. They are gathered
-// while they are small and writing each would cost more than it does; none are made for nobody.
+// The traces of long lines: for each byte beyond the fiftieth, the line so far. Short ones are
+// buffered, to save calls; none are made when standard output is the null device.
 class LineTraces {
   public:
     void Add(std::string_view line) {
@@ -143,19 +145,19 @@ class PreprocessorPass {
     }
 
   private:
-    // An open conditional section, or the file itself at the bottom of the stack. A level is only
-    // ever active above an active one.
+    // An open conditional section, or the file itself at the bottom of the stack. A level can only
+    // be active while the one below it is.
     struct Level {
         bool active = true;
-        bool branchTaken = false;  // an "#elif" has seen an active branch before it
+        bool branchTaken = false;  // a branch before an "#elif" was active
     };
 
     bool InSection() const { return levels_.size() > 1; }
     bool Emitting() const { return levels_.back().active; }
 
-    // Lines that hold no directive, as long as they come: their leading blanks would be held, and
-    // thrown away at the first character behind them, and the next line starts like the one before.
-    // More than fifty blanks leave a trace; blanks alone change how the next line starts.
+    // The fast path for consecutive lines without directives, which lose their indentation. Lines
+    // with more than fifty leading blanks, which leave a trace, and lines of blanks alone, which
+    // change how the next line starts, are left to the slow path.
     void TakePlainLines() {
         const bool emitting = Emitting();
         std::size_t line = position_;
@@ -170,7 +172,8 @@ class PreprocessorPass {
         position_ = line;
     }
 
-    // Takes the leading blanks of a line, or what follows them up to the line's end.
+    // Takes the leading blanks of a line, or the rest of it up to the next byte that is not
+    // printable.
     void TakeRun() {
         const char first = text_[position_];
         const bool blanks = lineStart_ && first == ' ';
@@ -185,8 +188,8 @@ class PreprocessorPass {
         position_ = end;
     }
 
-    // The first character behind a line's blanks tells a directive from a line to be released,
-    // which loses the blanks that were held.
+    // The first character after a line's indentation decides: a '#' begins a directive, which is
+    // held back; any other line is released, without the blanks that were held.
     void StartLineWith(char first) {
         holding_ = first == '#';
         if (!holding_) pending_.clear();
@@ -211,19 +214,19 @@ class PreprocessorPass {
             Expect(true);
             return;
         }
-        // A backslash at the end goes on with the directive on the next line.
+        // A backslash at the end continues the directive on the next line.
         if (rtrim(pending_).ends_with('\\')) return;
         Obey(ReadDirective(pending_));
         pending_.clear();
     }
 
-    // The next line starts anew; while it is held, its leading blanks can still be thrown away.
+    // Starts a new line. If it is held, its leading blanks can still be dropped.
     void Expect(bool held) {
         lineStart_ = true;
         holding_ = held;
     }
 
-    // What a held line does, by its keyword, and how the next line starts.
+    // Applies a directive, and sets how the next line starts.
     void Obey(const Directive& directive) {
         if (!directive.keyword) {
             Expect(false);
@@ -262,7 +265,7 @@ class PreprocessorPass {
         levels_.push_back(level);
     }
 
-    // "#elif": active when no branch before it was, its symbol is defined, and the level below is
+    // "#elif": active if no branch before it was, its symbol is defined, and the level below is
     // active.
     void ContinueSection(const Directive& directive) {
         if (!InSection()) return;
@@ -291,12 +294,12 @@ class PreprocessorPass {
 
     const std::string_view text_;
     BlockScan<LineBytes> scan_{text_};
-    std::size_t position_ = 0;  // of the byte that is read
+    std::size_t position_ = 0;  // of the next byte
     RunCopy kept_;
     const std::vector<std::string> definedSymbols_;
     std::vector<std::string>& defines_;
     std::unordered_set<std::string> known_;  // the entries of `defines_`
-    std::string pending_;                    // the current line as far as it is held back
+    std::string pending_;                    // what is held back of the current line
     LineTraces traces_;
     bool lineStart_ = true;  // only blanks were seen on the current line
     bool holding_ = true;    // characters go to the pending line instead of the output

@@ -25,13 +25,14 @@ using IoSize = unsigned int;
 using IoSize = std::size_t;
 #endif
 
-// What one call may be asked for: it may do less anyway.
+// Limits one read or write to 1 GiB: some systems refuse more than INT_MAX, and the callers handle
+// short counts anyway.
 IoSize AtOnce(std::size_t bytes) {
     constexpr std::size_t kMost = std::size_t{1} << 30;
     return static_cast<IoSize>(std::min(bytes, kMost));
 }
 
-// A system call that a signal interrupted is made again: the host may have handlers of its own.
+// Retries a system call on EINTR: the host may have signal handlers.
 template <typename Call>
 auto Retried(Call call) {
     while (true) {
@@ -40,6 +41,7 @@ auto Retried(Call call) {
     }
 }
 
+// RAII for a file descriptor.
 class Descriptor {
   public:
     explicit Descriptor(const std::string& path, int flags)
@@ -53,21 +55,20 @@ class Descriptor {
 
     bool IsOpen() const { return number_ >= 0; }
 
-    // How many bytes were read into the room, none at the end of the file or where it cannot be
-    // read.
+    // Returns how many bytes were read, 0 at the end of the file or on an error.
     std::size_t Read(char* to, std::size_t room) const {
         const auto got = Retried([&] { return read(number_, to, AtOnce(room)); });
         return got > 0 ? static_cast<std::size_t>(got) : 0;
     }
 
-    // How many of the bytes were written, none where it cannot be written.
+    // Returns how many of the bytes were written, 0 on an error.
     std::size_t Write(std::string_view bytes) const {
         const auto done =
             Retried([&] { return write(number_, bytes.data(), AtOnce(bytes.size())); });
         return done > 0 ? static_cast<std::size_t>(done) : 0;
     }
 
-    // The size that the file claims, 0 for what has none (pipes, devices). Only a first guess.
+    // The size of a regular file, 0 for all others. Only for reserving: the file may change.
     std::size_t SizeHint() const {
         struct stat status {};
         const bool regular = fstat(number_, &status) == 0 && S_ISREG(status.st_mode);
@@ -81,7 +82,7 @@ class Descriptor {
 }  // namespace
 
 std::string ReadWholeFile(const std::string& path) {
-    // Most sources fit into the first piece, and need no look at their size.
+    // Most sources fit into the first read, which saves them the fstat.
     char piece[32768];
     std::string bytes;
     const Descriptor file(path, O_RDONLY);

@@ -20,8 +20,7 @@ void AskForHugePages(void* block, std::size_t size) {
 void AskForHugePages(void* /*block*/, std::size_t /*size*/) {}
 #endif
 
-// What the standard library's resource would use is for alignments beyond the usual, and costs
-// more.
+// The standard new_delete_resource calls the operator new for over-aligned types, which is slower.
 void* HugePageMemory::do_allocate(std::size_t size, [[maybe_unused]] std::size_t alignment) {
     assert(alignment <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
     void* const block = ::operator new(size);

@@ -1,13 +1,15 @@
+// Huge pages for large blocks of memory.
 #pragma once
 
 #include <cstddef>
 #include <memory_resource>
 
-/// Asks the system to back a block of many megabytes with huge pages, which are cheaper to touch
-/// for the first time; smaller blocks are left alone. Only advice: nothing depends on it.
+/// Advises the kernel to back a block of `size` bytes with huge pages, which take fewer page
+/// faults. Blocks below 4 MiB are left alone. Best effort: errors are ignored.
 void AskForHugePages(void* block, std::size_t size);
 
-/// Memory from the allocator, in huge pages where it is much. Throws std::bad_alloc.
+/// Memory from the plain operator new, with huge pages for large blocks. Serves alignments up to
+/// that operator's only. Throws std::bad_alloc.
 class HugePageMemory : public std::pmr::memory_resource {
   private:
     void* do_allocate(std::size_t size, std::size_t alignment) override;

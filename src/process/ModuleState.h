@@ -1,8 +1,8 @@
-// The state that lives from load to unload and is shared by all stages: process-wide and
-// unlocked, so a host makes one call at a time.
+// The module's global state, from load to unload: process-wide and without a lock, so a host makes
+// one call at a time.
 //
-// The five objects with external visibility are part of the module's interface: a host reaches
-// them by name. The two text holders are private; their blocks come from malloc and go with free.
+// The five objects with default visibility are part of the module's interface: a host finds them by
+// name. The two pointers are private; their blocks come from malloc, for hosts to free.
 #pragma once
 
 #include <cstdint>
@@ -12,16 +12,16 @@
 struct ObjectBranch;
 
 #pragma GCC visibility push(default)
-// C linkage: compilers add a tag to the plain names of string variables otherwise.
+// C linkage: GCC appends [abi:cxx11] to the symbols of std::string variables otherwise.
 extern "C" {
 
-/// Nodes made during the last parse, without the root and the "namespace global" node. 1 at load.
+/// Nodes made by the last parse, not counting the root and the "namespace global" node. 1 at load.
 extern std::int32_t objectCount;
 
 /// The id that the next node receives. 0 at load.
 extern std::int32_t currentIndex;
 
-/// The scanner's text accumulator; after a parse, the text that made no node.
+/// After a parse, the text that was left over and made no node.
 extern std::string chunk;
 
 /// A sample path of a source file. Nothing reads or changes it.

@@ -1,5 +1,5 @@
-// What a parse says on the process's standard output. It goes through C stdio, so that a host sees
-// it in order with its own, flushes it, and redirects it.
+// The messages of a parse on standard output. They go through C stdio, so that they stay in order
+// with the host's own output, and are flushed and redirected with it.
 #pragma once
 
 #include <string_view>
@@ -7,5 +7,5 @@
 /// Writes the text as it stands.
 void Trace(std::string_view text);
 
-/// Whether standard output is the null device: whoever would write much can spare it.
+/// Whether standard output is certainly the null device, so that costly traces can be skipped.
 bool TracesAreDiscarded();

@@ -1,4 +1,4 @@
-// Searching a text for the few bytes that mean something to the pass that reads it, 64 at a time.
+// Searches a text for classes of bytes with bit masks, 64 bytes at a time.
 #pragma once
 
 #include <algorithm>
@@ -10,10 +10,10 @@
 
 #include "text/ByteScan.h"
 
-/// Bit i stands for byte i of a block.
+/// A bit mask over a block: bit i stands for byte i.
 using ByteMask = std::uint64_t;
 
-/// 64 bytes of text, compared with single characters.
+/// 64 bytes of text, held in vector registers where there are any.
 class Block64 {
   public:
     static constexpr std::size_t kSize = 64;
@@ -44,7 +44,7 @@ class Block64 {
             [others](Bytes16 part) { return part.AreNotPrintable() | part.IsOneOf(others); });
     }
 
-    /// The same without line feeds.
+    /// As `AreNotPrintable`, but line feeds only where they are one of the characters.
     ByteMask AreFiltered(std::string_view others) const {
         return Gather([others](Bytes16 part) {
             return part.AreNotPrintable().Without(part.Is('\n')) | part.IsOneOf(others);
@@ -61,15 +61,16 @@ class Block64 {
     Bytes16 parts_[4];
 };
 
-/// Looks at a text block by block, each once however many searches end in it. `Masks` is built from
-/// a `Block64` and has one ByteMask a class of bytes. The text may be edited in front of the place
-/// that a search starts from, not behind.
+/// Searches a text from left to right and caches the masks of the current block, so that each block
+/// is loaded once, however many searches end in it. `Masks` is built from a `Block64` and has one
+/// ByteMask a class of bytes. The text must outlive the scan; bytes before the start of a search
+/// may change, later ones not.
 template <typename Masks>
 class BlockScan {
   public:
     explicit BlockScan(std::string_view text) : text_(text) {}
 
-    /// The first position at or behind `from` whose byte is of the class, or the text's size.
+    /// The first position at or after `from` whose byte is of the class, or the text's size.
     std::size_t Find(std::size_t from, ByteMask Masks::*byteClass) {
         while (from < text_.size()) {
             const ByteMask found = At(from).*byteClass >> from % Block64::kSize;
@@ -97,7 +98,7 @@ class BlockScan {
             masks_ = Masks(Block64(rest.data()));
             return;
         }
-        // What is found in the padding lies behind the text.
+        // A match in the padding lies past the text's end, and `Find` clamps it.
         char padded[Block64::kSize] = {};
         std::memcpy(padded, rest.data(), rest.size());
         masks_ = Masks(Block64(padded));
@@ -106,6 +107,6 @@ class BlockScan {
     static constexpr std::size_t kNone = ~std::size_t{0};
 
     std::string_view text_;
-    std::size_t block_ = kNone;  // whose masks these are
+    std::size_t block_ = kNone;  // index of the block whose masks are cached
     Masks masks_{};
 };

@@ -13,8 +13,8 @@
 #include "text/CharClass.h"
 #endif
 
-/// 16 lanes of a byte each: bytes of a text, or what a comparison gave, 0xFF in lanes that match
-/// and 0 elsewhere.
+/// 16 lanes of a byte each: bytes of a text, or the result of a comparison, 0xFF in lanes that
+/// match and 0 elsewhere.
 class Bytes16 {
   public:
     static constexpr std::size_t kSize = 16;
@@ -42,7 +42,7 @@ class Bytes16 {
     Bytes16 operator~() const;
     Bytes16 Without(Bytes16 other) const { return *this & ~other; }
 
-    /// Bit i is the top bit of lane i.
+    /// Bit i tells whether lane i matched. Only for the result of a comparison.
     unsigned Mask() const;
 
   private:
@@ -67,7 +67,7 @@ inline Bytes16 Bytes16::IsBelow(char c) const {
     return Bytes16(_mm_cmplt_epi8(lanes_, _mm_set1_epi8(c)));
 }
 inline Bytes16 Bytes16::AreIdentifier() const {
-    // Moved so that a range ends at the largest value, one comparison tests it.
+    // The range is shifted to end at 127, the largest value: one signed comparison tests it.
     const auto inRange = [](__m128i bytes, char first, char last) {
         const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(127 - last)));
         return _mm_cmpgt_epi8(moved, _mm_set1_epi8(static_cast<char>(126 - (last - first))));
@@ -76,7 +76,7 @@ inline Bytes16 Bytes16::AreIdentifier() const {
     return Bytes16(_mm_or_si128(inRange(lower, 'a', 'z'), inRange(lanes_, '0', '9'))) | Is('_');
 }
 inline Bytes16 Bytes16::AreNotPrintable() const {
-    // One up, 127 and all above wrap to what is below.
+    // Plus one, 127 and all above wrap around to values below 33 (signed).
     return Bytes16(_mm_cmplt_epi8(_mm_add_epi8(lanes_, _mm_set1_epi8(1)), _mm_set1_epi8(33)));
 }
 inline Bytes16 Bytes16::operator|(Bytes16 other) const {
@@ -137,8 +137,8 @@ inline unsigned Bytes16::Mask() const {
 
 #endif
 
-/// The first position at or behind `from` whose byte the test matches, or the text's size. The test
-/// takes a Bytes16 and gives the comparison's.
+/// The first position at or after `from` whose byte the test matches, or the text's size. The test
+/// takes a Bytes16 and returns the result of a comparison.
 template <typename Test>
 std::size_t FindWhere(std::string_view text, std::size_t from, Test test) {
     constexpr std::size_t kStep = Bytes16::kSize;
@@ -147,7 +147,8 @@ std::size_t FindWhere(std::string_view text, std::size_t from, Test test) {
         if (found != 0) return from + static_cast<unsigned>(std::countr_zero(found));
     }
     if (from >= text.size()) return text.size();
-    // Less than a step is left: it is looked at together with what comes before, or padded.
+    // The tail is shorter than a vector: load the text's last 16 bytes and shift the others out, or
+    // pad a text that is shorter.
     const std::size_t left = text.size() - from;
     unsigned found = 0;
     if (text.size() >= kStep) {
@@ -161,8 +162,8 @@ std::size_t FindWhere(std::string_view text, std::size_t from, Test test) {
     return found == 0 || at > text.size() ? text.size() : at;
 }
 
-/// The first position at or behind `from` where the test matches a byte and the one after it, or
-/// the text's size; the last byte has none after it.
+/// The first position at or after `from` where the test matches a byte and the one after it, or the
+/// text's size; the last byte begins no pair.
 template <typename Test>
 std::size_t FindPair(std::string_view text, std::size_t from, Test test) {
     constexpr std::size_t kStep = Bytes16::kSize;

@@ -1,12 +1,12 @@
-// ASCII character classes on single bytes. The C library's own tests follow the locale that the
-// host may have set, and are undefined for the negative values of high bytes; these are neither.
+// ASCII character classes on single bytes. Not <cctype>: its tests follow the host's locale, and
+// are undefined for the negative values of high bytes.
 #pragma once
 
 constexpr bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
 constexpr bool IsAsciiDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// What `FirstWord` takes for a part of a word.
+/// A character of what `FirstWord` returns.
 constexpr bool IsWordCharacter(char c) {
     return IsAsciiLetter(c) || IsAsciiDigit(c) || c == '_' || c == '#';
 }

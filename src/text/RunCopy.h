@@ -1,4 +1,4 @@
-// A text made of runs of another.
+// Copies runs of a text into a new one.
 #pragma once
 
 #include <cassert>
@@ -10,12 +10,12 @@
 
 #include "text/SourceMap.h"
 
-/// Takes runs of the source from left to right, and puts single bytes in place of single bytes: so
-/// it never gets ahead of the source.
+/// Builds a text from runs of the source, from left to right, and from bytes that each replace one
+/// of the source's: so the result is never longer than the source up to there.
 class RunCopy {
   public:
-    /// The source must outlive the copy. `map`, unless it is null, is told where the bytes came
-    /// from.
+    /// The source must outlive this object. `map`, unless it is null, receives where the bytes came
+    /// from. Throws std::bad_alloc.
     RunCopy(std::string_view source, SourceMap* map)
         : source_(source), map_(map), result_(source.size() + kAtOnce, '\0') {}
 
@@ -26,8 +26,8 @@ class RunCopy {
         const char* const from = source_.data() + start;
         char* const to = result_.data() + size_;
         size_ += end - start;
-        // Most runs are short and of any length. To copy too much, which the next run overwrites,
-        // costs less than to find out how much it must be.
+        // Most runs are short. A copy of fixed size compiles to a few vector moves, which costs
+        // less than memcpy's branches on the length; the next run overwrites the excess.
         if (source_.size() - start < kAtOnce) {
             std::memcpy(to, from, end - start);
             return;
@@ -43,7 +43,7 @@ class RunCopy {
         result_[size_++] = c;
     }
 
-    /// What was appended; nothing can be appended after it.
+    /// Moves the result out; nothing can be appended afterwards.
     std::string Take() {
         result_.resize(size_);
         return std::move(result_);

@@ -1,11 +1,11 @@
-// Where the bytes of an edited text came from.
+// Maps positions in an edited text back to the text that it was made from.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <vector>
 
-/// Filled by an edit that copies runs of a text from left to right, each behind the one before.
+/// Filled by an edit that copies runs of a text from left to right, with ascending targets.
 class SourceMap {
   public:
     /// `length` bytes from `source` on were copied to `target`.
@@ -14,10 +14,10 @@ class SourceMap {
         runs_.push_back({target, source});
     }
 
-    /// Where the byte at `target` came from. Targets between and behind runs continue the run
-    /// before them.
+    /// Where the byte at `target` came from. Targets between and after runs continue the run
+    /// before them. Logarithmic in the number of runs, constant for targets in the last one.
     std::size_t SourceOf(std::size_t target) const {
-        // Asked about an edit that goes on, it is mostly about its last run.
+        // While the edit is going on, most look-ups are for its last run.
         if (!runs_.empty() && runs_.back().target <= target) return Of(runs_.back(), target);
         const auto next = std::upper_bound(
             runs_.begin(), runs_.end(), target,
@@ -25,8 +25,8 @@ class SourceMap {
         return next == runs_.begin() ? target : Of(*std::prev(next), target);
     }
 
-    /// Answers the same to targets that mostly come in their order, each in the time of the runs
-    /// between it and the one before. The map must outlive it and stay as it is.
+    /// A cursor for look-ups in mostly ascending order: each takes time linear in the number of
+    /// runs between its target and the previous one. The map must outlive it, unchanged.
     class Reader {
       public:
         explicit Reader(const SourceMap& map) : map_(map) {}
@@ -40,7 +40,7 @@ class SourceMap {
 
       private:
         const SourceMap& map_;
-        std::size_t next_ = 0;  // the first run behind the last target
+        std::size_t next_ = 0;  // the first run after the last target
     };
 
   private:

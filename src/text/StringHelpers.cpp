@@ -15,8 +15,8 @@ constexpr bool IsReducible(char c) { return c == ' ' || c == '\n' || c == '\r' |
 
 Bytes16 NeedBackslash(Bytes16 bytes) { return bytes.Is('"') | bytes.Is('\'') | bytes.Is('\\'); }
 
-// Where reducing changes something first: at a reducible character that is no blank, or a blank
-// before another. The text's size when it is reduced.
+// The first position that reducing changes: a reducible character that is no blank, or a blank
+// before another. The text's size if there is none.
 std::size_t FirstUnreduced(std::string_view text) {
     const std::size_t found = FindPair(text, 0, [](Bytes16 here, Bytes16 next) {
         return (here.Is(' ') & next.Is(' ')) | here.IsOneOf("\n\r\t");
@@ -25,7 +25,7 @@ std::size_t FirstUnreduced(std::string_view text) {
     return IsReducible(text.back()) && text.back() != ' ' ? text.size() - 1 : text.size();
 }
 
-// Reduces the text's own bytes; returns the size that is left.
+// Returns the size of the reduced text.
 std::size_t ReduceInPlace(std::span<char> text) {
     std::size_t end = FirstUnreduced({text.data(), text.size()});
     bool inRun = end > 0 && end < text.size() && text[end - 1] == ' ';
@@ -41,7 +41,8 @@ std::size_t ReduceInPlace(std::span<char> text) {
     return end;
 }
 
-// `TrimAndReduce` of a text within a block, if there is nothing to reduce.
+// `TrimAndReduce` of a text that fits into the block, or nullopt when there is something to reduce
+// and trimming is not enough.
 std::optional<std::string_view> TrimReduced(std::string_view text, const Block64& block) {
     const ByteMask all = text.empty() ? 0 : ~ByteMask{0} >> (Block64::kSize - text.size());
     const ByteMask blanks = block.Is(' ');
@@ -55,8 +56,8 @@ std::optional<std::string_view> TrimReduced(std::string_view text, const Block64
     return text.substr(first, behind - first);
 }
 
-// Whether the target, of two characters and more, stands in the text: where its first two do, the
-// rest is compared.
+// `Contains` for targets of two characters or more: finds their first two with vector comparisons,
+// and compares the rest there.
 bool ContainsLonger(std::string_view text, std::string_view target) {
     const auto firstTwo = [target](Bytes16 here, Bytes16 next) {
         return here.Is(target[0]) & next.Is(target[1]);
@@ -113,7 +114,7 @@ void replaceAll(std::string& text, std::string_view from, std::string_view to) {
     std::size_t found = text.find(from);
     if (found == std::string::npos) return;
     if (from.size() == 1 && to.size() == 1) {
-        // Stores to every byte, changed or not: without a branch compilers take many at once.
+        // Stores every byte, changed or not: without a branch the loop vectorises.
         const char before = from[0];
         const char after = to[0];
         for (char& c : text) c = c == before ? after : c;
@@ -208,7 +209,7 @@ bool OutsideStringMatch(std::string_view text, std::string_view target) {
 }
 
 std::string_view FileNameWithExtension(std::string_view path) {
-    // Without a separator the search gives the largest position, and one more is the start.
+    // Without a separator find_last_of returns npos, and npos + 1 wraps around to 0.
     return path.substr(path.find_last_of(kPathSeparators) + 1);
 }
 

@@ -1,9 +1,9 @@
-// Free functions over byte strings, the bottom floor of the house.
+// Free functions over byte strings.
 //
 // One character is one byte, compared by value; bytes 128 to 255 are ordinary characters of no
 // class. Every function is defined for every input, the empty text included, keeps no state, is
 // linear in its text, and throws nothing but std::bad_alloc. A function that returns a
-// std::string_view returns a piece of its argument, valid as long as the argument's bytes are.
+// std::string_view returns a view into its argument, valid as long as the argument's bytes are.
 // `ConvertWhiteSpacesToSingleSpace`, `LastWord`, `LastWordNoDots`, `IndexOf`, `FileName` and
 // `BothAreSpaces` are part of a fixed interface, and no product code calls them.
 //
@@ -37,8 +37,8 @@ std::string TrimAndReduce(std::string_view text);
 /// Whether `ConvertWhiteSpacesToSingleSpace` of the text is the text itself.
 bool IsReduced(std::string_view text);
 
-/// `TrimAndReduce` in the text's own bytes: the result is the piece of them that it returns. From
-/// its beginning so many bytes are `readable`, which makes short texts cheaper.
+/// `TrimAndReduce` in place: returns a view into the text's own bytes. `readable` is how many bytes
+/// may be read from the text's beginning, past its end too: 64 or more make short texts cheaper.
 std::string_view TrimAndReduceInPlace(std::span<char> text, std::size_t readable = 0);
 
 /// Replaces every occurrence of `from`, left to right without overlap; inserted text is never
@@ -56,7 +56,7 @@ std::string_view LastWord(std::string_view text);
 /// last blank, unless that blank comes last.
 std::string_view WithoutBaseClause(std::string_view text);
 
-/// The same; the result is also stored into `text`.
+/// `WithoutBaseClause`; the result is also stored into `text`.
 std::string LastWordNoDots(std::string& text);
 
 /// Puts a backslash before every double quote, apostrophe and backslash; every other byte stays
@@ -70,7 +70,7 @@ char* WriteEscaped(std::string_view text, char* out);
 /// Whether `target` occurs anywhere in `text`; an empty target always does.
 bool Contains(std::string_view text, std::string_view target);
 
-/// The same plain substring test as `Contains`: word boundaries play no part.
+/// Despite its name the same substring test as `Contains`: word boundaries play no part.
 bool ContainsWord(std::string_view text, std::string_view target);
 
 /// The first position of `target` in `text`, or -1.
