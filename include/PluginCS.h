@@ -2,27 +2,27 @@
  * The C interface of the source-structure module PluginCS.
  *
  * The module is loaded at run time (dlopen, RTLD_NOW); a host takes the four functions from it by
- * name with dlsym, and the types below spare it the casts' spelling. Nothing needs to be set up,
- * and nothing is configured.
+ * name with dlsym, and casts them to the function types below. There is nothing to initialise or
+ * configure.
  *
- *   Order of calls   ParseCS, use of the text, CleanupCS; as often as you like.
+ *   Order of calls   ParseCS, use the text, CleanupCS; as often as you like.
  *   Threads          None. The module's state is process-wide and unlocked: one call at a time, and
  *                    no CleanupCS while another thread still reads the text.
  *   Errors           No function reports a status, throws, or ends the process. A path that names
  *                    no readable file (missing, no permission, a directory, empty, null) gives the
  *                    records of an empty file. When memory runs out, the parse is given up.
  *   Standard output  Each parse writes its traces there, through C stdio: the text without its
- *                    comments and attribute sections behind "the final data is "; for each byte
+ *                    comments and attribute sections after "the final data is "; for each byte
  *                    beyond the fiftieth of a directive line, or of a line's indentation, the
  *                    line so far in "[[" and "]]"; and messages on structural errors. They are
  *                    flushed with the host's own output, or when the host asks for it.
- *   Text             A JSON array with one object a statement or block, NUL-terminated, ASCII
- *                    but for the path. It writes an apostrophe as \' and copies line feeds and
- *                    other control bytes raw: a strict JSON parser needs both repaired first.
- *   Unloading        dlclose removes the module; texts still held stay valid, and are the host's
+ *   Text             A JSON array with one object for each statement or block, NUL-terminated,
+ *                    ASCII but for the path. Apostrophes are escaped as \', line feeds and other
+ *                    control bytes are not: a strict JSON parser needs both repaired first.
+ *   Unloading        dlclose unloads the module; texts still held stay valid, and are the host's
  *                    to free.
  *
- * Beside the functions the module exports five objects: `int32_t objectCount` and `int32_t
+ * Besides the functions the module exports five objects: `int32_t objectCount` and `int32_t
  * currentIndex`, the counters of the last parse, and the C++ objects `chunk`, `startPath`
  * (std::string) and `AllBranches` (std::vector of pointers).
  */
@@ -36,9 +36,9 @@ extern "C" {
 #pragma GCC visibility push(default)
 
 /*
- * A line of text for a look at the loaded module: "Address of resPtr: " with an address that does
- * not change while it stays loaded. Every call makes a new block, which is the host's to release
- * with free; null when memory runs out.
+ * A line of text to identify the loaded module: "Address of resPtr: " and an address that does not
+ * change while it stays loaded. Every call returns a new block, which the host releases with free;
+ * null when memory runs out.
  */
 char* Info(void);
 
@@ -49,9 +49,9 @@ char* Info(void);
  * gives a second text; the first one stays valid, CleanupCS no longer knows of it, and the host
  * releases it with free.
  *
- * A parse that is given up (closing directives that outrun the blocks, memory that runs out) gives
- * no text: the previous one is returned then, null after a CleanupCS. So call CleanupCS between two
- * files.
+ * A parse that is given up (more closing directives than open blocks, memory that runs out) makes
+ * no text: then the previous one is returned, or null after CleanupCS. So call CleanupCS between
+ * two files.
  */
 char* ParseCS(const char* path);
 
@@ -61,8 +61,9 @@ void CleanupCS(void);
 /*
  * Parses the file and writes the JSON text to outputPath, replacing what it held; a text held from
  * ParseCS is left alone. A file that cannot be opened for writing is left as it is, and so is every
- * file when the parse is given up. With an empty or null outputPath the text is kept for CleanupCS,
- * as by ParseCS. Paths are shorter than 4,096 bytes.
+ * file when the parse is given up; a write error leaves a beginning of the text. With an empty or
+ * null outputPath the text is kept for CleanupCS, as by ParseCS. Paths are shorter than 4,096
+ * bytes.
  */
 void parseAllFiles(const char* inputPath, const char* outputPath);
 

@@ -31,7 +31,7 @@ bool DetectLoop(std::string_view text);
 bool DetectDefines(std::string_view text);
 
 /// At least two parts stand before the first "(", no part anywhere is ".", and no part before that
-/// "(" is "=", "+=" or "-=" (one behind it is a default argument).
+/// "(" is "=", "+=" or "-=" (one after it is a default argument).
 bool DetectFunctionDeclaration(std::string_view text);
 
 /// One of

@@ -2,7 +2,7 @@
 
 namespace {
 
-// The first id stands on its own line after three blanks, every further one after six.
+// One id a line: three blanks before the first, six before each further one.
 void PutChildIds(const ChildList& children, TextBuffer::Writer& text) {
     if (children.empty()) {
         text.Put("],\n");
@@ -21,7 +21,7 @@ void PutChildIds(const ChildList& children, TextBuffer::Writer& text) {
 }  // namespace
 
 std::size_t EstimateSize(const ObjectBranch& root, std::size_t nodes) {
-    constexpr std::size_t kConstantPieces = 384;  // with the kind and ids of usual size
+    constexpr std::size_t kConstantPieces = 384;  // bytes, with the kind and ids of usual size
     constexpr std::size_t kUsualText = 64;
     return nodes * (kConstantPieces + root.filePath.size() + kUsualText);
 }
@@ -73,7 +73,7 @@ void JsonRecords::Add(const Record& record) {
 
 void JsonRecords::Finish() { TextBuffer::Writer(text_).Put(first_ ? "]\n" : "\n]\n"); }
 
-// The path with the constant pieces around it, escaped once for all records that share it.
+// The path, escaped, with the constant pieces around it; cached for all records that share it.
 std::string_view JsonRecords::PathMember(std::string_view path) {
     if (path.data() != path_.data() || path.size() != path_.size() || pathMember_.empty()) {
         std::string escaped(path);

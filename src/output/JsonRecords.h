@@ -9,16 +9,16 @@
 #include "output/TextBuffer.h"
 #include "tree/ObjectBranch.h"
 
-/// About the size of the text for a root and so many nodes in all.
+/// An estimate of the text's size in bytes, for a tree with so many nodes in all.
 std::size_t EstimateSize(const ObjectBranch& root, std::size_t nodes);
 
-/// Writes one array: construct, `Add` each record in order, `Finish` once.
+/// Writes one array: construct, `Add` each record in order, `Finish` once. Throws std::bad_alloc.
 class JsonRecords {
   public:
     /// The text must outlive the writer.
     explicit JsonRecords(TextBuffer& text);
 
-    /// Writes the record; ids of its node's parent and children are read through the tree.
+    /// Writes the record; the ids of its node's parent and children are read from the tree.
     void Add(const Record& record);
 
     void Finish();
@@ -29,5 +29,5 @@ class JsonRecords {
     TextBuffer& text_;
     bool first_ = true;
     std::string_view path_;   // of the last record; all records of a file share one
-    std::string pathMember_;  // what is written for it
+    std::string pathMember_;  // cached for that path
 };

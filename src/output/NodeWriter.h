@@ -1,4 +1,4 @@
-// The last stage of every parse: the finished tree goes out as a JSON text and is released.
+// The last stage of a parse: writes the finished tree as a JSON text and frees it.
 #pragma once
 
 #include <string_view>
@@ -6,6 +6,7 @@
 #include "tree/ObjectBranch.h"
 
 /// Renders one record for each node at and below `root`, in pre-order, and delivers the text: to
-/// the file `outputPath`, or with an empty path to `returnResult` in a new block (the block that
-/// it held before is not released). Then frees everything below the root.
+/// the file `outputPath`, or with an empty path to `returnResult` in a new block from malloc (the
+/// block that it held before is not freed). Then detaches everything below the root. Throws
+/// std::bad_alloc, with nothing delivered.
 void StartGeneratingObjects(ObjectBranch* root, std::string_view outputPath);

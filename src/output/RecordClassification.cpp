@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view kVariableTag = "\n      \"variable\"\n";
 
-// The refinement of blocks has asked already, but not about a class's bare name.
+// `AskParts` of the contents, cached for blocks unless they were cut to a class's bare name.
 Declares Ask(const ObjectBranch& node, std::string_view contents) {
     const bool same = contents.size() == node.contents.size();
     return node.asked && same ? node.declares : AskParts(contents);
@@ -16,7 +16,7 @@ Declares Ask(const ObjectBranch& node, std::string_view contents) {
 
 }  // namespace
 
-// The order of the questions is the rule: the first yes decides.
+// The order matters: the first match decides.
 Record ClassifyRecord(const ObjectBranch& node) {
     Record record{node, node.branchTypeAsString, node.contents, node.tags,
                   std::string(node.simpleFunctionName)};
@@ -24,11 +24,11 @@ Record ClassifyRecord(const ObjectBranch& node) {
     std::string_view& kind = record.kind;
     const std::string_view parentKind = node.parent->branchTypeAsString;
 
-    // Of classes inside one another only the outermost was marked in the tree.
+    // Of nested classes the passes mark only the outermost.
     if (kind == KindName::kDefine && node.mayHoldClass && ContainsWord(record.contents, "class")) {
         kind = KindName::kClass;
     }
-    // The questions below are asked about the class's bare name.
+    // All that follows looks at the class's bare name.
     if (kind == KindName::kClass) record.contents = WithoutBaseClause(record.contents);
 
     const FirstWordMeaning firstWord = MeaningOfFirstWord(record.contents);
@@ -36,14 +36,14 @@ Record ClassifyRecord(const ObjectBranch& node) {
         (node.mayHoldEquality && OutsideStringMatch(record.contents, "=="))) {
         kind = KindName::kLogic;
     } else if (firstWord == FirstWordMeaning::Defines) {
-        // Anywhere else a "using" is a block of its own kind, and keeps it.
+        // Elsewhere a "using" is a statement with a block of its own, and keeps its kind.
         if (parentKind == KindName::kNamespace || parentKind == KindName::kClass) {
             kind = KindName::kDefine;
         }
     } else if (firstWord == FirstWordMeaning::Loop) {
         kind = KindName::kLoop;
     } else if (node.branchType == BranchType::Preprocessor) {
-        // A list of symbols can look like a declaration, and is none.
+        // A define list can look like a declaration, but is none.
     } else if (const Declares declares = Ask(node, record.contents); declares.function) {
         kind = KindName::kFunction;
         record.simpleFunctionName = functionName(record.contents);

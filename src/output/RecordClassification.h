@@ -1,3 +1,4 @@
+// Decides what a node's record shows.
 #pragma once
 
 #include <string>
@@ -5,7 +6,7 @@
 
 #include "tree/ObjectBranch.h"
 
-/// What the output says of a node.
+/// What the output shows of a node.
 struct Record {
     const ObjectBranch& node;
     std::string_view kind;           ///< Final kind name.
@@ -15,7 +16,8 @@ struct Record {
 };
 
 /// The node's record: its final kind name, and with it the simple name of a function, the tag of a
-/// variable declaration, or the bare name of a class as its contents. The tree does not change: the
-/// kind of a parent is the one that the scan and the passes gave it, whatever its own record says.
-/// A root keeps its kind. The views are valid as long as the node's.
+/// variable declaration, or the bare name of a class as its contents. The tree does not change: a
+/// parent's kind is the one that the scan and the passes gave it, not its own record's. A root
+/// keeps its kind. The record refers to the node, and its views are valid as long as the node's.
+/// Throws std::bad_alloc.
 Record ClassifyRecord(const ObjectBranch& node);

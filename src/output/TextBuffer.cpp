@@ -17,8 +17,8 @@ TextBuffer::~TextBuffer() { std::free(begin_); }
 char* TextBuffer::Release() {
     constexpr std::string_view kEnd{"\0", 1};
     Writer(*this).Put(kEnd);
-    // A block that is nearly full goes out as it is: cutting it would make the allocator fetch the
-    // next one of its kind from the system again.
+    // A block that is nearly full is not shrunk: otherwise the allocator would have to get the next
+    // one of its size from the system again.
     const std::size_t size = View().size();
     if (static_cast<std::size_t>(limit_ - begin_) > size + size / 8) Resize(size);
     end_ = limit_ = nullptr;

@@ -1,5 +1,4 @@
-// A text that grows in one block of the C allocator, so that it can be handed to a C host as it
-// stands, without a copy.
+// A text that grows in one block from malloc, so that it can be handed to a C host without a copy.
 #pragma once
 
 #include <charconv>
@@ -11,7 +10,7 @@
 
 class TextBuffer {
   public:
-    /// Makes room for so many bytes at once; a good guess spares growing. Throws std::bad_alloc.
+    /// Reserves `capacity` bytes; a good guess spares growing. Throws std::bad_alloc.
     explicit TextBuffer(std::size_t capacity);
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
@@ -19,6 +18,7 @@ class TextBuffer {
 
     class Writer;
 
+    /// Complete once no Writer lives; valid until the buffer grows or is released.
     std::string_view View() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
 
     /// Hands out the text, NUL-terminated, in a block that the caller releases with `free`; the
@@ -34,10 +34,10 @@ class TextBuffer {
     char* limit_ = nullptr;
 };
 
-/// Appends to a buffer as long as it lives, which nobody else does meanwhile. Every verb makes the
-/// room that it needs; all of them throw nothing but std::bad_alloc. The place to write at is its
-/// own until then: the bytes written could be the buffer's fields as far as a compiler knows, which
-/// it would read again after each.
+/// Appends to a buffer, which nobody else may use meanwhile. All of its functions grow the buffer
+/// as needed and throw nothing but std::bad_alloc. It keeps a copy of the buffer's pointers, and
+/// writes the end back when destroyed: chars may alias anything, so a compiler would reload the
+/// buffer's own pointers after every byte written.
 class TextBuffer::Writer {
   public:
     explicit Writer(TextBuffer& buffer)
@@ -51,14 +51,14 @@ class TextBuffer::Writer {
         end_ += text.copy(end_, text.size());
     }
 
-    /// In plain decimal.
+    /// In decimal.
     void PutNumber(std::int32_t value) {
         constexpr std::size_t kMostDigits = 11;  // with the sign
         MakeRoom(kMostDigits);
         end_ = std::to_chars(end_, limit_, value).ptr;
     }
 
-    /// As `EscapeString` does it.
+    /// Escaped as by `EscapeString`.
     void PutEscaped(std::string_view text) {
         if (text.empty()) return;
         MakeRoom(2 * text.size());

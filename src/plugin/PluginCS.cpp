@@ -11,18 +11,18 @@
 
 namespace {
 
-// The C++ runtime ends the process when it finds no memory for what a thread needs at its first
-// exception. So the thread that loads the module needs it now, and each thread when it parses.
+// At its first exception each thread needs some memory from the C++ runtime, which ends the process
+// if there is none. So it is allocated up front: at load, and in each thread that parses.
 void PrepareForExceptions() {
-    // The call has no effect that a compiler knows of.
+    // Volatile, so that the compiler cannot remove a call without an effect that it knows of.
     [[maybe_unused]] const volatile int exceptions = std::uncaught_exceptions();
 }
 [[maybe_unused]] const bool prepared = (PrepareForExceptions(), true);
 
 std::string FromHost(const char* path) { return path == nullptr ? std::string() : path; }
 
-// What is thrown below is that memory ran out, and a C host could not catch it: the parse is given
-// up, and the result stays what it was.
+// No exception may reach a C host. All of them mean that memory ran out: the parse is given up, and
+// the result stays what it was.
 void Parse(const char* inputPath, const char* outputPath) {
     PrepareForExceptions();
     try {

@@ -7,42 +7,43 @@
 
 #include "text/SourceMap.h"
 
-/// Collects pieces of the scanned text where they stand, and answers what the scan asks of them
-/// without looking at any byte twice: an unclosed parenthesis can make the rest of a file one
-/// chunk, and its newlines and every '#' in it ask.
+/// Collects pieces of the scanned text in place. Its queries remember how far they have looked, so
+/// that each looks at a byte only once: an unclosed parenthesis can make the rest of a file one
+/// chunk, with a query at each newline and '#'.
 ///
-/// Pieces come from left to right; where bytes are left out in between, those kept behind them are
-/// moved up, over text that was scanned already. Nodes hold views into the text.
+/// Pieces come from left to right; where bytes between two are dropped, the later one is moved
+/// left, over text that was scanned already. Nodes hold views into the text.
 class Chunk {
   public:
-    /// The text must outlive the chunk, and the views that it gave. `moves`, unless it is null, is
-    /// told where pieces go.
+    /// The text must outlive the chunk and the views it returns. `moves`, unless it is null,
+    /// receives where the pieces stood before they were moved.
     explicit Chunk(std::span<char> text, SourceMap* moves) : text_(text), moves_(moves) {}
 
     /// Appends the text from `start` up to `end`.
     void Keep(std::size_t start, std::size_t end);
 
-    /// What was kept last has a backslash in it.
+    /// Tells the chunk that what was kept last has a backslash in it.
     void NoteBackslash() { hasBackslash_ = true; }
     bool HasBackslash() const { return hasBackslash_; }
 
-    /// Empties the chunk; what is kept next begins at `position` or behind.
+    /// Empties the chunk; what is kept next begins at `position` or later.
     void Restart(std::size_t position);
 
+    /// Valid until the chunk changes.
     std::string_view View() const { return {text_.data() + start_, end_ - start_}; }
     bool IsEmpty() const { return start_ == end_; }
 
     /// Whether `trim` of the chunk is empty.
     bool IsBlank() { return LeftTrimmed().empty(); }
 
-    /// The chunk from its first character outside the trim set on: what its `TrimAndReduce` begins
-    /// with, up to the first white space.
+    /// `ltrim` of the chunk. Up to the first white space `TakeContents` begins with the same.
     std::string_view LeftTrimmed();
 
     /// Whether `LastWord` of the chunk, everything before its last blank, ends in a backslash.
     bool LastWordEndsInBackslash();
 
-    /// `TrimAndReduce` of the chunk, made where it stands; the chunk can only be restarted then.
+    /// `TrimAndReduce` of the chunk, done in place: the view is valid as long as the text. After
+    /// this the chunk can only be restarted.
     std::string_view TakeContents();
 
   private:
@@ -52,9 +53,9 @@ class Chunk {
     SourceMap* moves_;
     std::size_t start_ = 0;
     std::size_t end_ = 0;
-    std::size_t leftTrimmed_ = 0;  // where the leading white space ends, as far as it was looked at
-    std::size_t blankSearched_ = 0;  // up to where the last blank was looked for
+    std::size_t leftTrimmed_ = 0;    // up to here all is white space
+    std::size_t blankSearched_ = 0;  // up to here the last blank is known
     std::size_t lastBlank_ = kNone;
     bool hasBackslash_ = false;
-    bool taken_ = false;  // its text is a node's by now
+    bool taken_ = false;  // its text belongs to a node, and must not change
 };

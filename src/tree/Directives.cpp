@@ -10,11 +10,11 @@ namespace {
 struct Directive {
     std::string_view keyword;
     bool movesUp;   // leaves the current node first
-    bool recorded;  // makes a node below the current one
-    bool entered;   // the node becomes the current one
+    bool recorded;  // adds a node below the current one
+    bool entered;   // that node becomes the current one
 };
 
-// The first keyword with which the text begins decides: "#if" takes "#ifdef" too.
+// A prefix match in this order: "#if" matches "#ifdef" too.
 constexpr std::array<Directive, 12> kDirectives{{
     {"#if", false, true, true},
     {"#region", false, true, true},

@@ -1,19 +1,21 @@
-// Directive lines inside the scanned text. The cleaner removes every line that begins with '#', so
-// these are the ones in the middle of a line, behind a ';', '{' or '}'.
+// Directives inside the scanned text. The cleaner removes lines that begin with '#', so these stand
+// in the middle of a line, after a ';', '{' or '}'.
 #pragma once
 
 #include "tree/ScanState.h"
 
-/// What the newline at the end of a directive line comes to.
+/// What a newline did to the directive before it.
 enum class DirectiveEnd {
     Unrecognised,  // no keyword: the newline is text, and the directive goes on
-    Recognised,    // its action is done: it has a node, or has closed one
-    Abandoned,     // it closes what is not open: the whole build is given up
+    Recognised,    // the directive has ended, and has added a node, closed one, or both
+    Abandoned,     // it closes more than is open: the build is abandoned
 };
 
-/// Takes a '#' with no text before it as the start of a directive; false where there is some.
+/// Starts a directive at a '#', if the collected text before it is blank; otherwise returns false
+/// and changes nothing.
 bool StartDirective(ScanState& scan);
 
-/// Ends the directive that was collected, and takes the newline, if its text begins with a keyword.
-/// An unrecognised one goes on until a later line's end finds collected text that does.
+/// At a newline: ends the directive and consumes the newline, if the collected text begins with a
+/// keyword. Otherwise the directive goes on, and the next newline tries again. Abandoned comes with
+/// a message on standard output.
 DirectiveEnd EndDirective(ScanState& scan);

@@ -1,4 +1,4 @@
-// Where the nodes of a tree stand in the scanned text, for those who ask for it.
+// Where the nodes of a tree stand in the scanned text, recorded on request.
 #pragma once
 
 #include <cstddef>
@@ -7,14 +7,15 @@
 
 #include "text/SourceMap.h"
 
-/// Positions of bytes in the text that was scanned, as it was before the scan moved any.
+/// Byte offsets, both inclusive, into the cleaned text as it was before the scan edited it.
 struct NodePlace {
     static constexpr std::size_t kNone = ~std::size_t{0};
 
-    std::size_t begin = kNone;  ///< First byte of its text, or of what made it where it has none.
+    std::size_t begin = kNone;  ///< First byte of its text; without text, the byte that made it.
     std::size_t end = kNone;    ///< The ';', the '}' or the last byte that ends it.
 };
 
+/// The places of all nodes of one tree, by node id.
 class NodePlaces {
   public:
     /// kNone where the node has no place, or no end because its block was never closed.
@@ -26,7 +27,7 @@ class NodePlaces {
     void Set(std::int32_t nodeID, NodePlace place) { At(nodeID) = place; }
     void SetEnd(std::int32_t nodeID, std::size_t end) { At(nodeID).end = end; }
 
-    /// What the scan's chunk moves within the text.
+    /// Maps positions in the edited text back to those before the scan's chunk moved bytes.
     SourceMap moves;
 
   private:

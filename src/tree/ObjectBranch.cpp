@@ -65,8 +65,8 @@ ObjectBranch* NextInPreOrder(const ObjectBranch* node, const ObjectBranch* top) 
     return node->children.empty() ? NextPastSubtree(node, top) : node->children.first;
 }
 
-// The walk ends behind the top's last child. A copy of the top has that child too, while the
-// child's parent is the original.
+// Compares with the top's last child, not with the top: that may be a copy, and the parent of its
+// children is the original.
 ObjectBranch* NextPastSubtree(const ObjectBranch* node, const ObjectBranch* top) {
     if (node == top) return nullptr;
     while (node->nextSibling == nullptr) {

@@ -3,8 +3,8 @@
 // `branchTypeAsString` of a node and `AddObjectToVector` are part of a fixed interface, and no
 // product code calls them.
 //
-// Lifetime: a node's texts are views, at literals or at bytes that the owner of the parse keeps,
-// and the nodes below a root live in that owner's memory; see SourceFile. One thread at a time.
+// Lifetime: a node's texts are views of string literals or of bytes that its SourceFile owns, and
+// the nodes below a root live in that file's bump allocator. One thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -53,9 +53,8 @@ inline constexpr std::string_view kNullParentError = "error: NULL parent branch"
 
 struct ObjectBranch;
 
-/// A node's children in the order they were appended: a list threaded through the nodes, so that
-/// appending and stepping cost the same for one child and for a million. A copy of the list
-/// refers to the same children.
+/// A node's children in the order they were appended: an intrusive singly linked list, so that
+/// appending and stepping take constant time. A copy of the list refers to the same children.
 struct ChildList {
     class Iterator {
       public:
@@ -76,26 +75,25 @@ struct ChildList {
     ObjectBranch* last = nullptr;
 };
 
-/// A plain structure of pointers, numbers and views: copying copies every field, and a copy refers
-/// to the same children without owning them.
+/// Plain data. A copy is shallow: it refers to the same children. No node owns anything.
 struct ObjectBranch {
     ObjectBranch* parent = nullptr;  ///< The node whose `children` hold this one; null for a root.
     BranchType branchType = BranchType::Filepath;
     std::int32_t lineNumber = 0;          ///< Source line of the statement or block header, or 0.
     std::string_view filePath;            ///< Path of the source file.
     std::string_view contents;            ///< Statement, block header, file name or define list.
-    std::string_view branchTypeAsString;  ///< Kind name, the word that the output shows.
-    std::string_view simpleFunctionName;  ///< Bare name of a declared function; records only.
-    std::int32_t functionID = 0;          ///< -1 on every node made by the creation convention.
+    std::string_view branchTypeAsString;  ///< Kind name; its record may show another.
+    std::string_view simpleFunctionName;  ///< Always empty: only the record has the name.
+    std::int32_t functionID = 0;          ///< -1 once `AssignIdentity` was called.
     ChildList children;
-    std::string_view tags;        ///< Raw fragment of JSON array elements.
-    std::int32_t nodeID = 0;      ///< Unique within one parse.
-    bool asked = false;           ///< Whether `declares` is what `AskParts` says of the contents:
-    Declares declares;            ///< asked by one pass, and answered to a later one too.
-    bool mayHoldEquality = true;  ///< False when the contents certainly hold no "==",
-    bool mayHoldClass = true;     ///< or no "class": one look at a short text spares two searches.
-    ObjectBranch* nextSibling = nullptr;          ///< The link of the parent's `children`.
-    std::pmr::memory_resource* memory = nullptr;  ///< Where what hangs below it is allocated.
+    std::string_view tags;                ///< Raw fragment of JSON array elements.
+    std::int32_t nodeID = 0;              ///< Unique within one parse.
+    bool asked = false;                   ///< Whether `declares` is set,
+    Declares declares;                    ///< a cache of `AskParts` of the contents.
+    bool mayHoldEquality = true;          ///< False when the contents certainly hold no "==",
+    bool mayHoldClass = true;             ///< or no "class": a prefilter that spares two searches.
+    ObjectBranch* nextSibling = nullptr;  ///< The next of the parent's `children`.
+    std::pmr::memory_resource* memory = nullptr;  ///< Allocates the nodes and texts below it.
 };
 
 inline ChildList::Iterator& ChildList::Iterator::operator++() {
@@ -103,15 +101,14 @@ inline ChildList::Iterator& ChildList::Iterator::operator++() {
     return *this;
 }
 
-/// A node's kind: the number, and the word that the output shows for it. The two do not always go
-/// together as in `branchTypeAsString`: the global namespace has the number of a fresh node, and
-/// errors show their message.
+/// A node's kind as a number and as a name. The pairs are not always those of `branchTypeAsString`:
+/// the global namespace has the number of a new node, and errors have a message as their name.
 struct NodeKind {
     BranchType type;
     std::string_view name;
 };
 
-/// The kinds that the scan and the passes give. Records get other names, see RecordClassification.
+/// The kinds that the scan and the passes set. Records may change the name: see ClassifyRecord.
 namespace Kinds {
 inline constexpr NodeKind kFile{BranchType::FileRoot, KindName::kFilepath};
 inline constexpr NodeKind kGlobalNamespace{BranchType::Filepath, KindName::kNamespace};
@@ -129,38 +126,40 @@ inline void SetKind(ObjectBranch& node, const NodeKind& kind) {
     node.branchTypeAsString = kind.name;
 }
 
-/// The default kind name of the node's `branchType`: a literal, "function" for every value without
-/// one.
+/// The default kind name of the node's `branchType`, a string literal: "function" for every value
+/// without a name of its own.
 std::string_view branchTypeAsString(const ObjectBranch& node);
 
-/// A new value-initialised node at the end of `parent.children`, in the parent's memory. Throws
+/// Appends a value-initialised node to `parent.children`, allocated from `parent.memory`. Throws
 /// std::bad_alloc.
 ObjectBranch* AddChild(ObjectBranch& parent);
 
-/// A copy of the text that lives as long as the nodes below `node`. Throws std::bad_alloc.
+/// Copies the text into `node.memory`: the copy lives as long as the nodes below. Throws
+/// std::bad_alloc.
 std::string_view KeepText(const ObjectBranch& node, std::string_view text);
 
-/// Gives a fresh node the next id of `currentIndex`, and the `functionID` that all nodes have.
+/// Gives a new node the next id from `currentIndex`, and the `functionID` -1.
 void AssignIdentity(ObjectBranch& node);
 
-/// The creation convention: `AddChild`, identity, and one more in `objectCount`.
+/// The usual way to add a node: `AddChild`, `AssignIdentity`, and one more in `objectCount`. Throws
+/// std::bad_alloc.
 ObjectBranch* MakeNode(ObjectBranch& parent);
 
-/// Takes every descendant off `node`, which is left with an empty list. Their memory goes back with
-/// its owner.
+/// Detaches all descendants of `node`. Their memory is not freed here: the bump allocator frees all
+/// of it at once, with the SourceFile.
 void FreeChildren(ObjectBranch* node);
 
 /// Appends a copy of `node` and of every node below it to `list`, in pre-order. A copy refers to
-/// the same children without owning them, and can be asked for its subtree like the node itself.
+/// the same children, and can be passed as the top of a walk like the node itself.
 void AddObjectToVector(const ObjectBranch* node, std::vector<ObjectBranch>* list);
 
-// The steps of a walk over `top`, or a copy of it, and the tree below. They need no stack and no
-// recursion: a file of a million nested blocks is walked like any other.
+// Steps of a walk over `top`, or a copy of it, and the tree below. Iterative: a file may nest a
+// million blocks.
 
 /// The node after `node` in pre-order, or null after the last one below `top`.
 ObjectBranch* NextInPreOrder(const ObjectBranch* node, const ObjectBranch* top);
 
-/// The same, past everything below `node`.
+/// The same, skipping everything below `node`.
 ObjectBranch* NextPastSubtree(const ObjectBranch* node, const ObjectBranch* top);
 
 /// The first node in post-order at or below `top`: its leftmost leaf.

@@ -6,17 +6,18 @@
 
 #include "tree/ObjectBranch.h"
 
-/// Refines block kinds: gives `node`, and every node below it that has children, a second look. A
-/// header that is a return statement makes it a line, one that is a variable declaration a class
-/// variable.
+/// Despite its name it refines the kinds of blocks, that is, of `node` and of every node below it
+/// that has children: a header that is a return statement makes a line, one that is a variable
+/// declaration a class variable.
 void GenerateInlineFunctions(ObjectBranch* node);
 
-/// Marks the class nodes below the root, child by child.
+/// `SpelunkForClasses` for each child of the root.
 void ExpandClassnames(ObjectBranch* root);
 
-/// Marks as a class every outermost node, at or below `node`, whose text contains "class" anywhere,
-/// inside a longer word too. What lies below a marked node is not looked at.
+/// Makes a class of every outermost node, at or below `node`, whose text contains "class", inside a
+/// longer word too. Nodes below a class are not visited.
 void SpelunkForClasses(ObjectBranch* node);
 
-/// Appends to the root the node that lists the file's define list, an entry a line.
+/// Appends to the root the node that holds the file's define list, one entry a line. Throws
+/// std::bad_alloc.
 void AppendAllDefines(ObjectBranch* root, const std::vector<std::string>& defines);

@@ -11,7 +11,7 @@ ScanState::ScanState(std::span<char> sourceText, bool inDeclarationMode, ObjectB
       current(AddChild(fileRoot)),
       collected(sourceText, nodePlaces == nullptr ? nullptr : &nodePlaces->moves),
       places(nodePlaces) {
-    // The only node besides the root that `objectCount` leaves out.
+    // Not MakeNode: `objectCount` leaves out this node, like the root.
     AssignIdentity(*current);
     SetKind(*current, Kinds::kGlobalNamespace);
     current->filePath = root->filePath;
@@ -20,14 +20,14 @@ ScanState::ScanState(std::span<char> sourceText, bool inDeclarationMode, ObjectB
 
 namespace {
 
-// A node without text stands where the character stands that made it.
+// A node without text is at the character that made it.
 std::size_t BeginOf(const ObjectBranch& node, const ScanState& scan) {
     if (node.contents.empty()) return scan.position - 1;
     return scan.places->moves.SourceOf(
         static_cast<std::size_t>(node.contents.data() - scan.text.data()));
 }
 
-// Most texts are short, and hold no pair of bytes that "==" or "class" begins with.
+// A prefilter: most texts fit into a block, and hold neither "==" nor "cl".
 void LookForPairs(ObjectBranch& node, const std::span<char> text) {
     const auto at = static_cast<std::size_t>(node.contents.data() - text.data());
     if (node.contents.size() > Block64::kSize || text.size() - at < Block64::kSize) return;

@@ -1,4 +1,4 @@
-// The state of one scan over a cleaned text, and the one way in which its steps make nodes.
+// The state of one scan over a cleaned text, and how its steps add nodes.
 #pragma once
 
 #include <cstddef>
@@ -10,13 +10,13 @@
 #include "tree/ObjectBranch.h"
 
 struct ScanState {
-    /// Makes the "namespace global" node below the root and starts in it. The text must outlive
-    /// the use of the nodes, whose contents stay where they stand in it. `nodePlaces`, unless it is
-    /// null, receives where each node stands.
+    /// Adds the "namespace global" node below the root and makes it the current one. The text is
+    /// edited in place and must outlive the nodes, whose contents are views into it. `nodePlaces`,
+    /// unless it is null, receives where each node stands. Throws std::bad_alloc.
     ScanState(std::span<char> sourceText, bool inDeclarationMode, ObjectBranch& fileRoot,
               NodePlaces* nodePlaces = nullptr);
 
-    std::span<char> text;          // the cleaned text, from the position on
+    std::span<char> text;          // cleaned; the bytes before the position may have been edited
     bool declarationMode;          // declaration blocks and structs on, attribute dropping off
     ObjectBranch* root;            // the file's root
     ObjectBranch* current;         // receives new children; '{' moves it down, '}' up
@@ -27,17 +27,19 @@ struct ScanState {
     bool inAttribute = false;      // in a bracketed attribute section that is being dropped
     bool inStruct = false;         // in a struct body; its blocks become defines
     Chunk collected;               // the text since the last node
-    NodePlaces* places;            // asked for, or null
+    NodePlaces* places;            // null unless places were requested
 };
 
-/// Makes a node at the end of the parent's children that takes over the collected text, trimmed and
-/// reduced, and leaves none. The node ends at the position `end`, or is still open with kNone.
+/// Appends a node to the parent's children. Its contents are the collected text, trimmed and
+/// reduced; the chunk is empty afterwards. The node ends at the position `end`, or with kNone is
+/// still open. Throws std::bad_alloc.
 ObjectBranch* AddNode(ScanState& scan, ObjectBranch& parent, const NodeKind& kind,
                       std::int32_t lineNumber, std::size_t end);
 
-/// Makes the parent of the current node, which ends at the position `end`, the current one.
+/// Ends the current node at the position `end`, and makes its parent the current one. The node must
+/// have a parent.
 void LeaveNode(ScanState& scan, std::size_t end);
 
-/// The position of the last byte of collected text that is not white space, for `AddNode` and
-/// `LeaveNode`.
+/// The position of the last collected byte that is not white space, as `end` for `AddNode` and
+/// `LeaveNode`; kNone when no places were requested.
 std::size_t LastCollected(const ScanState& scan);

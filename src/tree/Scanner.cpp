@@ -2,7 +2,6 @@
 
 #include <bit>
 #include <cassert>
-#include <cstdio>
 
 #include "process/ModuleState.h"
 #include "process/Traces.h"
@@ -12,8 +11,8 @@
 
 namespace {
 
-// What a character outside literals does besides growing the chunk. Parentheses and most newlines
-// are only counted.
+// What a character outside literals does besides being appended to the chunk. Parentheses and most
+// newlines are only counted.
 enum class Step : unsigned char {
     None,
     Literal,
@@ -44,7 +43,7 @@ constexpr Step StepOf(char c) {
 }
 
 constexpr std::string_view kSteps = "'\"#\\;{}";
-constexpr std::string_view kBrackets = "[]";  // where attributes are dropped
+constexpr std::string_view kBrackets = "[]";  // steps only where attributes are dropped
 
 constexpr bool EveryStepIsFound() {
     for (int byte = 0; byte < 256; ++byte) {
@@ -70,7 +69,7 @@ struct ScannedBytes {
     ByteMask closing = 0;
 };
 
-// Asked for in few blocks only.
+// A type of its own, so that it is made only outside declaration mode.
 struct Brackets {
     Brackets() = default;
     explicit Brackets(const Block64& block) : found(block.IsOneOf(kBrackets)) {}
@@ -85,7 +84,7 @@ struct LiteralBytes {
     ByteMask found = 0;
 };
 
-// There are few in a block, and without the instruction for it std::popcount is a call.
+// Few bits are set, and where the target lacks the instruction std::popcount is a library call.
 int CountBits(ByteMask mask) {
     int count = 0;
     for (; mask != 0; mask &= mask - 1) ++count;
@@ -143,8 +142,8 @@ class Scanner {
         return ScanStep::Continue;
     }
 
-    // The next characters of the block that do nothing but grow the chunk and count, up to the
-    // first step; newlines are steps only where a directive or a backslash may end with them.
+    // The steps in a block. Newlines are only steps where they may end a directive or be escaped by
+    // a backslash.
     ByteMask StepsIn(const ScannedBytes& bytes) {
         ByteMask steps = bytes.steps;
         if (s_.inDirective || s_.collected.HasBackslash()) steps |= bytes.lineFeeds;
@@ -152,7 +151,7 @@ class Scanner {
         return steps;
     }
 
-    // Text grows the chunk, up to the next step; in an attribute section it is dropped.
+    // Appends the text up to the next step to the chunk; in an attribute section it is dropped.
     void TakeText() {
         const std::size_t start = s_.position;
         bool found = false;
@@ -161,13 +160,13 @@ class Scanner {
         if (!s_.inAttribute && s_.position > start) s_.collected.Keep(start, s_.position);
     }
 
-    // Moves to the block's next step and returns true, or behind the block.
+    // Moves to the block's next step and returns true, or past the block.
     bool TakeTextOfBlock() {
         const ScannedBytes& bytes = blocks_.At(s_.position);
         const std::size_t offset = s_.position % Block64::kSize;
         const ByteMask ahead = ~ByteMask{0} << offset;
         const ByteMask steps = StepsIn(bytes) & ahead;
-        // All bits below the first step, or all.
+        // All bits below the lowest step's, or all if there is none.
         const ByteMask text = steps == 0 ? ahead : ahead & ((steps & (0 - steps)) - 1);
         s_.lineCounter += CountBits(bytes.lineFeeds & text);
         s_.parenDepth += CountBits(bytes.opening & text) - CountBits(bytes.closing & text);
@@ -175,15 +174,14 @@ class Scanner {
         return steps != 0;
     }
 
-    // The character at the position is text where it stands.
+    // The character at the position is only text here.
     void TakeAsText() {
         if (!s_.inAttribute) s_.collected.Keep(s_.position, s_.position + 1);
         ++s_.position;
     }
 
-    // A literal runs to the next quote of its own kind that no backslash escapes, or to the end of
-    // the text. All of it is plain text, its newlines uncounted, and it counts even in an attribute
-    // section.
+    // A literal runs to the next unescaped quote of its own kind, or to the end of the text. All of
+    // it is text, its newlines are not counted, and it is kept even in an attribute section.
     void TakeLiteral() {
         const std::size_t start = s_.position;
         const char quote = s_.text[s_.position++];
@@ -209,7 +207,7 @@ class Scanner {
 
     ScanStep EndLine() {
         ++s_.lineCounter;
-        // A backslash continues the line: the newline is swallowed.
+        // A backslash continues the line: the newline is dropped.
         if (s_.collected.LastWordEndsInBackslash()) {
             ++s_.position;
             return ScanStep::Continue;
@@ -228,7 +226,7 @@ class Scanner {
             return ScanStep::Continue;
         }
         if (s_.current->parent == nullptr) {
-            // The statement takes its id and its count, but a root takes no statements.
+            // The statement still uses up an id and a count, though a root takes no statements.
             ++currentIndex;
             ++objectCount;
             return StopWithError("zero children. This is not correct.");
@@ -242,8 +240,8 @@ class Scanner {
                s_.collected.IsBlank();
     }
 
-    // Whether the block that opens is a declaration ("namespace N", "class A", "else"): a header
-    // without parentheses. A struct is none, and marks what stands in its body.
+    // Whether the block is a declaration ("namespace N", "class A", "else"): a header without
+    // parentheses. A struct is none, but its block and those inside become defines.
     bool OpensDeclaration() {
         if (s_.inDirective || !s_.declarationMode) return false;
         const std::string_view header = s_.collected.View();
@@ -267,14 +265,14 @@ class Scanner {
         if (s_.current->parent == nullptr) {
             return StopWithError("Null parent branch? This is not right.");
         }
-        // A last statement without its ';' is given up.
+        // A last statement without its ';' is discarded.
         LeaveNode(s_, s_.position - 1);
         s_.collected.Restart(s_.position);
         return ScanStep::Continue;
     }
 
     ScanState& s_;
-    const std::string_view text_;  // as the steps find it: what lies behind the position is edited
+    const std::string_view text_;  // the state's text; only bytes before the position are edited
     BlockScan<ScannedBytes> blocks_{text_};
     BlockScan<Brackets> brackets_{text_};
     BlockScan<LiteralBytes> literals_{text_};
@@ -284,6 +282,6 @@ class Scanner {
 
 ScanStep ScanText(ScanState& scan) {
     const ScanStep end = Scanner(scan).Run();
-    chunk = std::string(scan.collected.View());  // with no more room than it needs
+    chunk = std::string(scan.collected.View());  // a move: the old text's capacity is not kept
     return end;
 }

@@ -1,15 +1,16 @@
-// The scan over a cleaned text: its steps in the order in which a character meets them.
+// The scan: turns a cleaned text into a tree in one pass.
 #pragma once
 
 #include "tree/ScanState.h"
 
-/// What the scan does after a step, and how it ended.
+/// How the scan goes on after a step, and how it ended.
 enum class ScanStep {
-    Continue,
-    Stop,     // at a structural error; it left an error node below the root
-    Abandon,  // the build is given up
+    Continue,  // as an end: the whole text was scanned
+    Stop,      // at a structural error, which has added an error node to the root
+    Abandon,   // the build is abandoned, and the tree is not to be used
 };
 
-/// Scans the text to its end or to the first step that does not continue, whose result it returns;
-/// Stop and Abandon come with a message on standard output. Leaves in `chunk` what made no node.
+/// Scans the text to its end, or to the first step that does not continue, and returns that. Stop
+/// and Abandon come with a message on standard output. Sets `chunk` to the text that made no node.
+/// Throws std::bad_alloc.
 ScanStep ScanText(ScanState& scan);

@@ -4,7 +4,8 @@
 
 namespace {
 
-// Real code has a node for some 90 bytes of text, and comments that the cleaner drops.
+// The bump allocator's first block, in bytes. Real code has a node for each 90 bytes or so, and
+// comments: one or two blocks usually do.
 std::size_t FirstBlock(std::size_t textSize) { return textSize + 8 * sizeof(ObjectBranch); }
 
 }  // namespace
