@@ -1,8 +1,7 @@
-// How fast a parse is, and that its time grows with its input and no faster.
+// How fast a parse is, and that its time is linear in its input.
 //
-// Times of a machine say little; ratios within one run do. The floor of a parse is what no parser
-// can do without: reading the file, and copying a text of the result's size into a block of its
-// own.
+// Only ratios within one run can be compared between machines. The floor of a parse is what every
+// parser must do: read the file, and copy a text of the result's size into a new block.
 #include <PluginCS.h>
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -49,7 +48,7 @@ Files SourcesBelow(const char* folder) {
     return files;
 }
 
-// The whole parse: files in, texts out, texts released.
+// The whole parse, from files to texts that are freed again.
 void Parse(benchmark::State& state, const Files& files) {
     for (auto step : state) {
         for (const auto& file : files) {
@@ -79,7 +78,7 @@ void Floor(benchmark::State& state, const Files& files) {
     }
 }
 
-// A peer that many have: tags of the same files, as JSON, in one process.
+// For comparison, a common tool: tags of the same files, as JSON, in one process.
 void Ctags(benchmark::State& state, const Files& files) {
     const std::string list = TemporarySource("list", "");
     std::ofstream lines(list);
@@ -91,7 +90,7 @@ void Ctags(benchmark::State& state, const Files& files) {
 
 constexpr std::string_view kPeer = "ctags/folder";
 
-// Of the runs of one benchmark, which were made in turn with those of the others.
+// The runs of each benchmark, by its name. They are interleaved with those of the others.
 using Seconds = std::map<std::string, std::vector<double>>;
 
 double Median(std::vector<double> runs) {
@@ -99,7 +98,7 @@ double Median(std::vector<double> runs) {
     return runs[runs.size() / 2];
 }
 
-// The usual table, and behind it what can be quoted.
+// Prints the usual table, and after it the ratios.
 class RatioReporter : public benchmark::ConsoleReporter {
   public:
     explicit RatioReporter(const Files& corpus) : ConsoleReporter(OO_None), corpus_(corpus) {}
@@ -110,7 +109,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
             if (run.run_type != Run::RT_Iteration) continue;
             const double unit = benchmark::GetTimeUnitMultiplier(run.time_unit);
             const std::string& name = run.run_name.function_name;
-            // What else the machine does is not ours; but a peer is a process of its own.
+            // CPU time leaves out what else the machine does, but the peer is another process.
             const double time =
                 name == kPeer ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
             seconds_[name].push_back(time / unit);
@@ -183,8 +182,8 @@ void RegisterAll(const Files& corpus) {
     }
 }
 
-// The module's traces go to descriptor 1, so that becomes the null device, and the benchmark
-// reports to a copy of what it was.
+// The module writes its traces to descriptor 1: redirects that to the null device, and returns a
+// stream on a copy of the old one for the benchmark's report.
 std::ofstream TakeStandardOutput() {
     const int kept = dup(STDOUT_FILENO);
     dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);

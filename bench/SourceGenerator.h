@@ -1,4 +1,4 @@
-// Sources for the benchmarks: text that is built like real code, and shapes that are not.
+// Sources for the benchmarks: text like real code, and hostile shapes.
 #pragma once
 
 #include <cstddef>
@@ -6,10 +6,10 @@
 #include <vector>
 
 /// About `size` bytes of C#-like source: namespaces, classes, members and statements with the
-/// comments, literals, attributes and directives that real files have. The same for every call.
+/// comments, literals, attributes and directives that real files have. Deterministic.
 std::string GenerateSource(std::size_t size);
 
-/// A hostile text that repeats one thing over and over.
+/// A hostile text that repeats one thing, of about `size` bytes.
 struct Shape {
     const char* name;
     std::string (*generate)(std::size_t size);

@@ -1,6 +1,6 @@
-# What `cmake --install` lays down. The module is a plug-in and no library to link with: it has a
-# folder of its own, and CMake and pkg-config tell hosts where it is. Folders may be absolute; where
-# they are not, the installed tree can be moved as a whole.
+# What `cmake --install` installs. The module is a plug-in and no library to link with: it has a
+# folder of its own, and CMake and pkg-config tell hosts where it is. The installed tree can be
+# moved as a whole, unless folders were given as absolute paths.
 include(CMakePackageConfigHelpers)
 
 set(packageFolder ${CMAKE_INSTALL_LIBDIR}/cmake/PluginCS)
@@ -19,7 +19,7 @@ install(FILES
   ${PROJECT_BINARY_DIR}/PluginCSConfigVersion.cmake
   DESTINATION ${packageFolder})
 
-# pkg-config knows its own folder: the others are told from there, unless somebody chose absolute ones.
+# Relative to ${pcfiledir}, the folder of the .pc file, unless folders were given as absolute paths.
 foreach(folder INCLUDEDIR LIBDIR)
   set(PLUGINCS_PC_${folder} ${CMAKE_INSTALL_FULL_${folder}})
   if(NOT IS_ABSOLUTE ${CMAKE_INSTALL_${folder}} AND NOT IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})

@@ -1,4 +1,4 @@
-# What all of our own targets are compiled with; nothing of it reaches a project that includes us.
+# Compiler settings of all our own targets. Projects that include us do not inherit them.
 add_library(plugincs_settings INTERFACE)
 if(NOT DEFINED CMAKE_CXX_EXTENSIONS)
   set(CMAKE_CXX_EXTENSIONS OFF)

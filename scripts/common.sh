@@ -1,8 +1,8 @@
-# Functions of the other scripts: missing Debian packages, and builds. All that they say goes to
-# standard error.
+# Functions for the other scripts: they install missing Debian packages, and build. Their messages
+# go to standard error.
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-# present COMMAND-OR-PATH: what holds a slash is a file.
+# present COMMAND-OR-PATH: an argument with a slash is a path.
 present() {
     case $1 in
         */*) [ -e "$1" ] ;;

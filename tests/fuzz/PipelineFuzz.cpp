@@ -1,3 +1,4 @@
+// The fuzz target: aborts where an invariant of the pipeline breaks.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

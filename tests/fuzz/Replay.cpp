@@ -1,5 +1,5 @@
-// Feeds files to the fuzz target, with any compiler. The name of each goes to standard error first,
-// so that a crash has one.
+// Runs the fuzz target on files, without the fuzzer. Prints the name of each to standard error
+// first, so that a crash can be told to its file.
 #include <cstdint>
 #include <cstdio>
 #include <fstream>

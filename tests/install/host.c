@@ -12,13 +12,13 @@ int main(int argc, char** argv) {
     PluginCS_CleanupCS cleanup = (PluginCS_CleanupCS)dlsym(module, "CleanupCS");
     if (parse == NULL || cleanup == NULL) return 2;
 
-    /* The module's traces go to stdout: keep the real one, and send the traces nowhere. */
+    /* The module's traces go to stdout: keep a copy of that, and redirect it to /dev/null. */
     FILE* out = fdopen(dup(STDOUT_FILENO), "w");
     if (out == NULL || freopen("/dev/null", "w", stdout) == NULL) return 2;
 
     const char* text = parse(argv[1]); /* null: the module gave this file up */
     int failed = text == NULL || fputs(text, out) == EOF;
-    failed |= fclose(out) == EOF; /* what was written last shows here */
+    failed |= fclose(out) == EOF; /* flushes, so late write errors show here */
     cleanup();                    /* releases the text */
     dlclose(module);
     return failed;

@@ -1,2 +1,2 @@
-// The C host is C++ as well.
+// The C host compiles as C++ too.
 #include "host.c"

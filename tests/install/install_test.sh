@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# install_test.sh BUILD-FOLDER: hosts that know nothing of our folders, in a place with a blank in its
-# name. They are built with our sources below theirs, and from an installed tree that was moved.
+# install_test.sh BUILD-FOLDER: builds hosts outside our source tree, in a path with a blank: with
+# our sources as a subfolder, and against an installed tree that was moved.
 set -eu
 build=$1
 here=$(cd "$(dirname "$0")" && pwd)
@@ -38,7 +38,7 @@ done
 
 package=$(find "$scratch/tree" -name plugincs.pc -printf %h)
 pc() { PKG_CONFIG_PATH=$package pkg-config "$@" plugincs; }
-eval "module=$(pc --variable=module)" # a blank comes with its backslash
+eval "module=$(pc --variable=module)" # pkg-config escapes blanks
 [ "$module" -ef "$(find "$scratch/tree" -name PluginCS.so)" ] || fail "pkg-config: $module"
 echo '#include <PluginCS.h>' >"$scratch/include.c"
 eval "cc -fsyntax-only $(pc --cflags) '$scratch/include.c'"

@@ -1,4 +1,4 @@
-/* windows_host SOURCE...: does PluginCS.dll give each source the bytes of the .json beside it? */
+/* windows_host SOURCE...: compares PluginCS.dll's text of each source with the .json beside it. */
 #include <PluginCS.h>
 #include <stdio.h>
 #include <stdlib.h>

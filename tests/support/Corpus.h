@@ -1,4 +1,4 @@
-// The case files: sources with the module's exact bytes beside them, made by hand.
+// The golden cases, and temporary files.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ inline std::string ReadText(const std::filesystem::path& path) {
     return text.str();
 }
 
-/// Writes a file into a folder that goes with the process.
+/// Writes a file into a folder that is removed when the process exits; returns its path.
 inline std::string WriteTemporary(const std::string& name, std::string_view text) {
     struct Folder {
         Folder() { std::filesystem::create_directories(path); }
@@ -30,7 +30,7 @@ inline std::string WriteTemporary(const std::string& name, std::string_view text
     return path;
 }
 
-/// The sources of the folder CASES, sorted, by their names in it.
+/// The file names of the sources in the folder CASES, sorted.
 inline std::vector<std::string> CaseNames() {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(CASES)) {

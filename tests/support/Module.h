@@ -1,4 +1,4 @@
-// The module as a host meets it: loaded with dlopen, called through its C names.
+// The module as hosts use it: loaded with dlopen, called through its C names.
 #pragma once
 
 #include <PluginCS.h>
@@ -10,7 +10,7 @@
 
 #include "tests/support/QuietStdout.h"
 
-/// Loads the module as long as it lives.
+/// RAII for the loaded module.
 struct Module {
     Module() : handle(dlopen(MODULE_PATH, RTLD_NOW | RTLD_LOCAL)) {
         EXPECT_NE(handle, nullptr) << dlerror();
@@ -28,7 +28,7 @@ struct Module {
         return reinterpret_cast<T>(dlsym(handle, name));
     }
 
-    /// The text of the file, "none" without one.
+    /// The text of the file, or "none" if the parse is given up.
     std::string Text(const char* path) const {
         const QuietStdout quiet;
         const char* const text = parse(path);

@@ -1,9 +1,9 @@
-// What holds for the parse of any bytes at all: shared by the fuzz target and the tests.
+// Invariants of the parse of any bytes at all: shared by the fuzz target and the tests.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-/// Takes the bytes through the whole pipeline, from memory to memory, and returns in a few words
-/// the first promise that was broken; empty when all were kept.
+/// Runs the whole pipeline on the bytes in memory, and says in a few words which invariant is
+/// broken; empty when all hold.
 std::string BrokenPromise(std::string_view bytes);

@@ -1,4 +1,4 @@
-// Parses write their traces to standard output; a million parses in a row should not.
+// Silences the traces that parses write to standard output.
 #pragma once
 
 #include <fcntl.h>
@@ -6,7 +6,7 @@
 
 #include <cstdio>
 
-/// Sends standard output nowhere as long as it lives.
+/// RAII: redirects standard output to the null device.
 class QuietStdout {
   public:
     QuietStdout() {

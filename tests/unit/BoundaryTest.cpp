@@ -1,4 +1,4 @@
-// The module as a host meets it: loaded with dlopen, called through its C names. Runs against the
+// The module as hosts use it: loaded with dlopen, called through its C names. Runs against the
 // release build as well, because visibility and unloading differ between builds.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@
 #include "tests/support/Corpus.h"
 #include "tests/support/Module.h"
 
-// A host may have a `chunk` of its own and keeps it.
+// A host may export a `chunk` of its own, which the module must not use.
 extern "C" {
 __attribute__((visibility("default"))) std::string chunk = "the host's";
 }
@@ -51,7 +51,7 @@ TEST(Boundary, StartsFreshAndIsGoneWhenClosed) {
     EXPECT_EQ(dlopen(MODULE_PATH, RTLD_NOW | RTLD_NOLOAD), nullptr);
 }
 
-// The program has the module's objects, and reads its files itself.
+// The program links the module's objects, but has its own code to read files.
 TEST(Boundary, TheProgramGivesTheModulesBytes) {
     std::filesystem::current_path(CASES);
     const Module module;
@@ -113,7 +113,7 @@ std::string WithName(std::string text, const std::string& name) {
     return text;
 }
 
-// In a folder where the paths are names: the records of an empty file bear the name twice.
+// Run in the files' folder, where path and name are the same: an empty file's records hold both.
 TEST(Boundary, UnreadablePathsAreEmptyFiles) {
     const Module module;
     const std::string empty = ReadText(std::filesystem::path(CASES) / "empty.json");
@@ -138,7 +138,7 @@ TEST(Boundary, AParseIsTheSameWhateverCameBefore) {
     }
 }
 
-// Resident memory in pages, where the system tells.
+// Resident memory in pages; 0 on systems without /proc.
 long Resident() {
     long total = 0;
     long resident = 0;
@@ -158,7 +158,7 @@ TEST(Boundary, ManyParsesDoNotGrowTheProcess) {
     parse(1000);
     const long before = Resident();
     parse(SANITIZED ? 1000 : 100000);
-    // A sanitizer keeps what was freed for a while.
+    // Sanitizers keep freed memory in quarantine.
     const long allowed = SANITIZED ? LONG_MAX : 256;
     EXPECT_LT(Resident() - before, allowed);
 }

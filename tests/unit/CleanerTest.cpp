@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 namespace {
 
 using Strings = std::vector<std::string>;
@@ -15,12 +13,13 @@ const std::pair<std::string, std::string> kCommentRows[] = {
     // A banner or a doc comment leaves no asterisk; a line feed behind "/*" stays.
     {"a/** b **/c/*/ d */e/*\n*/f", "ace\nf"},
     {"a/* b /* c */ d", "a d"},
-    // The byte behind a comment is copied unexamined.
+    // The byte after a comment is copied unexamined.
     {"a/**/\"b//c", "a\"b"},
     {"a/**///b\n\"", "a//b\n\""},
     {"a;/**/\n[b] c", "a;\n c"},
     {"a/", "a"},
-    // Control bytes and bytes beyond ASCII leave a blank everywhere, and use up no escape.
+    // Control bytes and bytes beyond ASCII become blanks everywhere; a backslash before one escapes
+    // the byte after it.
     {"a\x7F\xC8 // b\x01\xC8 c\n'\\\x02'd'", "a     \n'\\ 'd'"},
     {"/*\x01*/a*/b", " a*/b"},
     // A run of five T skips to the next semicolon, in comments too, but not in a literal.
@@ -33,7 +32,7 @@ const std::pair<std::string, std::string> kCommentRows[] = {
     {"a/* TTTTTb*/c;d*/e", "ae"},
     {"'TTTTTx;'", "'TTTTTx;'"},
     {std::string(63, 'a') + "TTTTTb;c", std::string(63, 'a') + "c"},
-    // Attributes go at the start of a statement, which only other code ends.
+    // Attributes are dropped at the start of a statement, which only other code ends.
     {"[Serializable]\npublic class A", "\npublic class A"},
     {"int[] a;[x] b", "int[] a; b"},
     {"a // ; [x\n] b", "a "},

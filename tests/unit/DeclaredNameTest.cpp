@@ -65,7 +65,7 @@ const Named kAnywhere[] = {
     {"", ""},
 };
 
-// In the body of the type C, and what the same text declares in code.
+// Names in the body of the type C; in code none of these texts declares one.
 const Named kMembers[] = {
     {"C(int x)", "C"},
     {"D(int x)", ""},

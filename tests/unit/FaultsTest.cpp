@@ -1,6 +1,6 @@
-// What a parse does when memory runs out and when signals interrupt its system calls. The host
-// defines the functions of the C library that the module calls: it goes without sanitizers, which
-// do so too.
+// Fault injection: a parse when memory runs out, and when signals interrupt its system calls. The
+// host replaces the C library's functions that the module calls; sanitizers do so too, so this runs
+// without them.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -23,10 +23,10 @@ void __libc_free(void* block);
 
 namespace {
 
-long allocationsLeft = -1;  // until one fails; -1: none does
-bool allFail = false;       // from then on
+long allocationsLeft = -1;  // that succeed before one fails; -1: all succeed
+bool allFail = false;       // after the first failure all others fail too
 long liveBlocks = 0;
-bool interrupting = false;  // every other system call, and all of them do little at once
+bool interrupting = false;  // every other system call gives EINTR; reads and writes come up short
 
 bool AllocationFails() {
     if (allocationsLeft < 0) return false;
@@ -93,10 +93,9 @@ ssize_t write(int file, const void* bytes, std::size_t size) {
 
 namespace {
 
-// Runs `attempt`, which parses by the function that it is given, with the parse's first allocation
-// failing, then the second, and so on until none did; once with that allocation alone failing and
-// once with all that follow.
-// Before and after each stands a parse that has what it needs, with the same result and memory.
+// Calls `attempt` with a function that runs a parse with failing allocations: in each round a later
+// one fails, until none did; first that one alone, then all after it as well. Before and after each
+// round an unhindered parse must give the same text, and nothing may leak.
 template <typename Attempt>
 void FailEveryAllocation(const Module& module, const std::string& name, Attempt attempt) {
     for (const bool onwards : {false, true}) {

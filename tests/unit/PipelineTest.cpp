@@ -19,7 +19,7 @@ std::string Parse(const std::string& path) {
     return copy;
 }
 
-// The first record that differs, as it is and as it should be; empty where none does.
+// The first record that differs, actual and expected; empty when there is none.
 std::string Difference(std::string_view text, std::string_view expected) {
     const auto differs = std::mismatch(text.begin(), text.end(), expected.begin(), expected.end());
     if (differs.first == text.end() && differs.second == expected.end()) return {};
@@ -52,8 +52,7 @@ TEST(Pipeline, MakesRoomForNumbers) {
     EXPECT_EQ(text.View(), expected);
 }
 
-// Texts that are nothing but characters to escape are twice as long in the output, which no
-// estimate foresees.
+// Escaping can double a text, beyond the estimated size, so that the buffer must grow.
 TEST(Pipeline, GrowsWithItsEscapes) {
     std::string statement = "a = \"";
     for (int i = 0; i < 1000; ++i) statement += "\\\"";
@@ -87,7 +86,7 @@ TEST(Pipeline, AnAbandonedBuildLeavesEverythingAsItWas) {
     CleanupCS();
 }
 
-// The file's name is the root's text, and is refined like any other.
+// The root's contents are the file's name, and are refined like a block's.
 TEST(Pipeline, RefinesTheRoot) {
     for (const auto& [name, kind] : {std::pair("return x.cs", "line"), {"int y.cs", "classvar"}}) {
         const std::string text = Parse(testing::TempDir() + name);

@@ -1,5 +1,5 @@
-// Files that are cut off, damaged or absurdly deep: nothing crashes, leaks, hangs or breaks a
-// promise that holds for all bytes.
+// Files that are cut off, damaged or deeply nested: nothing crashes, leaks, hangs or breaks an
+// invariant.
 #include <cstdlib>
 #include <random>
 
@@ -32,7 +32,7 @@ TEST(Robustness, CutAtEveryByte) {
     }
 }
 
-// NOISE_SEED in the environment repeats a run.
+// Setting NOISE_SEED in the environment repeats a run.
 TEST(Robustness, OneByteMoreOrLess) {
     constexpr std::string_view kNoise = "\"'\\\n\r\t\0\x0B\x7F\xFF{}()[];:#/*.=<T "sv;
     const char* const given = std::getenv("NOISE_SEED");

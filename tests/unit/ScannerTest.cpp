@@ -10,7 +10,7 @@ namespace {
 
 struct Row {
     const char* source;
-    const char* tree;  // what hangs below the "namespace global" node, and behind "|" its siblings
+    const char* tree;  // the children of the "namespace global" node, then after "|" its siblings
     bool declarationMode = true;
 };
 
@@ -108,12 +108,12 @@ TEST(Tree, FlattensAndFreesInOrder) {
     for (const char* name : {"A", "D"}) AddChild(root)->contents = name;
     for (const char* name : {"B", "C"}) AddChild(*root.children.first)->contents = name;
     EXPECT_EQ(Order(root), "RABCD");
-    // A copy has the same subtree, and ends where it ends.
+    // A walk over a copy visits the same subtree, and ends at its end.
     ObjectBranch copy = *root.children.first;
     EXPECT_EQ(Order(copy), "ABC");
     FreeChildren(&copy);
     EXPECT_EQ(Order(root), "RABCD");
-    // What is freed below one child leaves the others, and room for new ones.
+    // Freeing one child's subtree leaves its siblings, and more can be appended.
     FreeChildren(root.children.first);
     AddChild(root)->contents = "E";
     EXPECT_EQ(Order(root), "RADE");

@@ -15,14 +15,14 @@ struct Row {
     std::string strict;
 };
 
-// That many times U+FFFD.
+// U+FFFD, repeated.
 std::string Bad(int times) {
     std::string bad;
     while (times-- > 0) bad += "\xEF\xBF\xBD";
     return bad;
 }
 
-// What stands in a string of the module's text, and what becomes of it.
+// Contents of a string in the module's text, and their repaired form.
 const Row kRows[] = {
     {"it\\'s \\\\\\' \\\"", "it's \\\\' \\\""},
     {"\\\\'", "\\\\'"},
