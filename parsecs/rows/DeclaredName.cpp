@@ -108,7 +108,18 @@ Meaning MeaningOf(std::string_view word) {
 }
 
 constexpr bool BeginsWord(char c) { return IsAsciiLetter(c) || c == '_'; }
-constexpr bool ContinuesWord(char c) { return BeginsWord(c) || IsAsciiDigit(c); }
+
+// Most bytes of a text are asked.
+constexpr std::array<bool, 256> kContinueWord = [] {
+    std::array<bool, 256> continues{};
+    for (int byte = 0; byte < 256; ++byte) {
+        const char c = static_cast<char>(byte);
+        continues[static_cast<std::size_t>(byte)] = BeginsWord(c) || IsAsciiDigit(c);
+    }
+    return continues;
+}();
+
+bool ContinuesWord(char c) { return kContinueWord[static_cast<unsigned char>(c)]; }
 
 // Steps through a text token by token.
 class Tokens {

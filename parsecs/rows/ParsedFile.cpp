@@ -36,7 +36,7 @@ class RowMaker {
     }
 
   private:
-    // A node whose subtree the next one may belong to.
+    // A node with children, whose subtree the next one may belong to.
     struct OpenNode {
         const ObjectBranch* node;
         std::size_t row;
@@ -49,36 +49,37 @@ class RowMaker {
         const bool ofSource = place.begin != NodePlace::kNone;
         const Scope scope = open_.empty() ? Scope() : open_.back().below;
         const Declaration declared = ofSource ? DeclaredBy(node.contents, scope) : Declaration();
-        open_.push_back(
-            {&node, rows_.size(), place.end, ScopeBelow(node.contents, declared, scope)});
-        rows_.push_back(MakeRow(node));
-        rows_.back().name = declared.name;
-        rows_.back().declares = declared.kind;
+        Row& row = rows_.emplace_back(MakeRow(node));
+        row.name = declared.name;
+        row.declares = declared.kind;
         if (ofSource) {
-            rows_.back().begin = lines_.At(cleaning_.SourceOf(place.begin));
+            row.begin = lines_.At(cleaning_.SourceOf(place.begin));
         } else if (node.branchType != BranchType::Preprocessor && sourceSize_ > 0) {
-            rows_.back().begin = {1, 1};
+            row.begin = {1, 1};
         }
+        if (node.children.empty()) return Finish(row, place.end);
+        open_.push_back(
+            {&node, rows_.size() - 1, place.end, ScopeBelow(node.contents, declared, scope)});
+    }
+
+    void Close() {
+        Finish(rows_[open_.back().row], open_.back().end);
+        open_.pop_back();
     }
 
     // The last row so far is the last one of the subtree. A block that was never closed goes to the
     // end of the source.
-    void Close() {
-        const OpenNode& closing = open_.back();
-        Row& row = rows_[closing.row];
+    void Finish(Row& row, std::size_t end) {
         row.last = rows_.back().id;
-        if (row.begin.line != 0) {
-            row.end = lines_.At(closing.end == NodePlace::kNone ? sourceSize_ - 1
-                                                                : cleaning_.SourceOf(closing.end));
-        }
-        open_.pop_back();
+        if (row.begin.line == 0) return;
+        row.end = lines_.At(end == NodePlace::kNone ? sourceSize_ - 1 : cleaning_.SourceOf(end));
     }
 
     Row MakeRow(const ObjectBranch& node) const {
         Row row{};
         row.id = node.nodeID;
         row.parent = node.parent == nullptr ? -1 : node.parent->nodeID;
-        row.depth = static_cast<std::int32_t>(open_.size() - 1);
+        row.depth = static_cast<std::int32_t>(open_.size());
         row.kind = ClassifyRecord(node).kind;
         row.text = node.contents;
         return row;
