@@ -2,6 +2,6 @@ namespace A
 {
     class B { int c; }
 } }
-int d() { e; }
+int d() { e = theTextEndsOneByteBehindABlockOfSixtyFour(bytes) + andThis ==; }
 f = 1; g = 2;
 { never }

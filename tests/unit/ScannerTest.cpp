@@ -35,6 +35,7 @@ const Row kRows[] = {
     {"a = \"no end; { }\n", ""},
     {"a \\ \nb;\nc;", "line@2[a \\ b] line@3[c]"},
     {"a \\ b\nc d;e\\\nf;", "line@2[a \\ bc d] line@3[e\\f]"},
+    {"a '\\ '\nb;", "line@2[a '\\ 'b]"},
     {"x # y; #include z\nz;", "line@1[x # y] define@2[#include z] line@2[z]"},
     {"struct \"x\" {} void F() {}", "container@1[struct \"x\"] container@1[void F()]"},
     {"[A] class B { [X(1)] int y; x = a[1]; } ({[Z]{",
