@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
 """map_test.py PARSECS SAMPLES: the map as a person with a browser meets it."""
 
+import contextlib
 import json
 import os
 import re
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -35,9 +37,28 @@ def is_statement(row):
     return row["kind"] not in ("filepath", "preprocessor") and row["id"] != 1
 
 
-def counts_of(rows):
-    of = lambda kind: sum(row["kind"] == kind for row in rows)
-    return [of("filepath"), of("function"), sum(map(is_statement, rows)), of("logic"), of("loop")]
+def functions_of(*inputs):
+    """Of what the index calls functions: the file, and how many branches are in it."""
+    with tempfile.TemporaryDirectory() as folder:
+        parsecs("--db", Path(folder, "db"), *inputs)
+        with contextlib.closing(sqlite3.connect(Path(folder, "db"))) as database:
+            return database.execute("SELECT path, branches FROM functions").fetchall()
+
+
+def nesting_of(rows):
+    """How deep loops and branches lie in one another."""
+    open_rows, deepest = [], 0
+    for row in rows:
+        open_rows = [outer for outer in open_rows if outer["last"] >= row["id"]]
+        if row["kind"] in ("logic", "loop") and row["name"] == "":
+            open_rows.append(row)
+            deepest = max(deepest, len(open_rows))
+    return deepest
+
+
+def counts_of(rows, functions):
+    of = lambda kind: sum(row["kind"] == kind and row["name"] == "" for row in rows)
+    return [of("filepath"), functions, sum(map(is_statement, rows)), of("logic"), of("loop")]
 
 
 class MapTest(unittest.TestCase):
@@ -77,7 +98,16 @@ class MapTest(unittest.TestCase):
 
     def test_counts_are_those_of_the_rows(self):
         self.browser.open(self.make(SAMPLES))
-        self.assertEqual(self.numbers(), counts_of(self.rows))
+        functions = functions_of(SAMPLES)
+        self.assertEqual(self.numbers(), counts_of(self.rows, len(functions)))
+        for file in filter(lambda row: row["id"] == 0, self.rows):
+            self.browser.run("location.hash = arguments[0]", "#at=" + str(Path(file["file"]).relative_to(SAMPLES)))
+            self.browser.wait(f"document.getElementById('name').textContent === {json.dumps('≡ ' + file['text'])}")
+            rows = [row for row in self.rows if row["file"] == file["file"]]
+            most = max(branches for path, branches in functions if path == file["file"])
+            facts = [f"{sum(map(is_statement, rows))} statements", f"nesting {nesting_of(rows)}", f"at most {most} branch"]
+            for fact in facts:
+                self.assertIn(fact, self.browser.text("#facts"))
 
     def test_search_finds_what_the_rows_hold(self):
         page = self.make(SAMPLES)
@@ -99,7 +129,9 @@ class MapTest(unittest.TestCase):
                 found = self.find(query.strip("/"), regex)
                 self.assertEqual(int(found.split()[0]), len(expected))
                 listed = self.list("#hits")
-                self.assertEqual(listed, [text.replace("\n", "↵") for text in expected][:len(listed)])
+                self.assertEqual(len(listed), min(len(expected), len(listed)))
+                for text, row in zip(expected, listed):
+                    self.assertTrue(text.replace("\n", "↵").endswith(row.lstrip("…")), (text, row))
         self.assertIn("not a regular", self.find("(", True))
 
     def test_hits_light_up_and_the_rest_is_dimmed(self):
@@ -200,7 +232,7 @@ class MapTest(unittest.TestCase):
             os.link(first, name)
         self.browser.open(self.make(many))
         self.assertFalse(self.browser.value("document.getElementById('notice').hidden"))
-        self.assertEqual(self.numbers(), [10_001 * count for count in counts_of(rows_of(first))[:3]])
+        self.assertEqual(self.numbers(), [10_001 * count for count in counts_of(rows_of(first), len(functions_of(first)))[:3]])
         self.browser.run("location.hash = '#at=77.cs'")
         self.browser.wait("document.getElementById('name').textContent.includes('77.cs')")
         facts = self.browser.text("#facts")

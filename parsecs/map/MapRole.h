@@ -7,15 +7,15 @@
 
 /// The page has the same list, in the same order.
 enum class MapRole : std::uint8_t {
-    Type,  ///< A class or the like, or a namespace: what holds functions.
-    Function,
-    Variable,  ///< Of a class, with its accessors.
+    Type,      ///< What declares a class or the like, or a namespace.
+    Function,  ///< What declares one, and so on.
+    Variable,  ///< A field or property.
     Branch,
     Loop,
     Call,  ///< Any other statement or block that calls something.
     Statement,
     Block,
-    Define,
+    Define,   ///< A using line or directive.
     Symbols,  ///< The operands of the file's conditional directives.
     Error,
 };

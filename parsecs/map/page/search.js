@@ -83,6 +83,8 @@ class Hits {
   }
 }
 
+const MOST_BEFORE = 32; // letters before a find in its row
+
 /** The list of what was found. */
 class Results {
   constructor(tree, { choose }) {
@@ -110,7 +112,10 @@ class Results {
     mark.setAttribute("aria-label", ROLES[tree.role[node]]);
     const text = content.appendChild(element("span", "text"));
     const shown = tree.isPlace(node) ? tree.label(node) : oneLine(tree.wholeText(node).slice(0, MOST_LETTERS));
-    text.append(...this.hits.query.split(shown).map((piece, k) => (k % 2 === 1 ? element("mark", "", piece) : piece)));
+    const pieces = this.hits.query.split(shown);
+    // What was found is seen, however much stands before it.
+    if (pieces[0].length > MOST_BEFORE) pieces[0] = `…${pieces[0].slice(-MOST_BEFORE / 2)}`;
+    text.append(...pieces.map((piece, k) => (k % 2 === 1 ? element("mark", "", piece) : piece)));
     const file = tree.fileOf(node);
     const line = tree.line[node];
     if (file >= 0 && file !== node) row.append(element("span", "where", `${tree.label(file)}${line > 0 ? `:${line}` : ""}`));
