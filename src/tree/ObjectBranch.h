@@ -83,7 +83,7 @@ struct ObjectBranch {
     std::string_view filePath;            ///< Path of the source file.
     std::string_view contents;            ///< Statement, block header, file name or define list.
     std::string_view branchTypeAsString;  ///< Kind name; its record may show another.
-    std::string_view simpleFunctionName;  ///< Always empty: only the record has the name.
+    std::string_view simpleFunctionName;  ///< Left empty by the scan: ClassifyRecord finds it.
     std::int32_t functionID = 0;          ///< -1 once `AssignIdentity` was called.
     ChildList children;
     std::string_view tags;                ///< Raw fragment of JSON array elements.

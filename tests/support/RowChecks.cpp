@@ -28,7 +28,7 @@ std::string BrokenByRows(const ParsedFile& file, std::string_view source) {
     std::vector<std::size_t> parents(rows.size());
     std::vector<std::int32_t> last(rows.size());
     for (std::size_t i = 1; i < rows.size(); ++i) {
-        // The parent is the row before or one of its ancestors.
+        // In pre-order the parent is the previous row or one of its ancestors.
         for (parents[i] = i - 1; rows[parents[i]].id != rows[i].parent;) {
             if (parents[i] == 0) return "parents come before their children";
             parents[i] = parents[parents[i]];

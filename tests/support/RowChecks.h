@@ -1,4 +1,4 @@
-// What holds for the rows of any bytes.
+// Invariants of the rows of any bytes.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 #include "parsecs/rows/ParsedFile.h"
 
-/// Finds positions by counting lines from the start: slow, and not how the rows did it.
+/// Byte offsets of places, found by a scan for line ends: independent of how the rows were placed.
 class Positions {
   public:
     explicit Positions(std::string_view source) : size_(source.size()) {
@@ -18,7 +18,7 @@ class Positions {
         }
     }
 
-    /// npos for a place that is not in the source.
+    /// npos for a place outside the source.
     std::size_t Of(Place place) const {
         if (place.line < 1 || place.column < 1) return std::string_view::npos;
         const auto line = static_cast<std::size_t>(place.line);
@@ -32,5 +32,5 @@ class Positions {
     std::vector<std::size_t> starts_;
 };
 
-/// The promise that the rows of the source break, or nothing.
+/// The invariant that the rows break, or an empty text. Without a source places are not checked.
 std::string BrokenByRows(const ParsedFile& file, std::string_view source);

@@ -13,7 +13,7 @@
 
 namespace {
 
-// Names are '$', and white space where anything may stand '~'; a line feed stands for any line end.
+// Templates: '$' is a unique name, '~' any white space or comment, a line feed any line end.
 constexpr const char* kPieces[] = {
     "$~$ = $;~",
     "\t\xC3\xA4 $(\"{;\\\"}//\", '\\'')~;",
@@ -67,7 +67,7 @@ class Programs {
     }
 
     std::mt19937 draw_{1};
-    int names_ = 0;  // each is there once: nothing else reads like a row's text
+    int names_ = 0;  // makes names unique, so that a row's text occurs only once
 };
 
 std::string WithoutWhiteSpace(std::string text) {
@@ -75,14 +75,14 @@ std::string WithoutWhiteSpace(std::string text) {
     return text;
 }
 
-// What a piece of the source reads like in the middle of a statement.
+// A piece of the source, cleaned as if in the middle of a line, without white space.
 std::string Cleaned(std::string_view source, std::size_t begin, std::size_t length) {
     std::vector<std::string> defines;
     const std::string text = "{" + std::string(source.substr(begin, length));
     return WithoutWhiteSpace(Cleaner().CleanText(text, {}, defines)).substr(1);
 }
 
-// With a brace, or with a directive that closes it, whose last byte is no white space.
+// Whether a block can end at this byte: a brace, or the last byte of a directive that closes it.
 bool EndsBlock(std::string_view source, std::size_t end) {
     const std::size_t directive = source.rfind("#e", end);
     const bool near = directive != std::string_view::npos && end - directive < 50;
@@ -90,7 +90,7 @@ bool EndsBlock(std::string_view source, std::size_t end) {
     return source[end] == '}' || (near && whole && !IsAsciiSpace(source[end]));
 }
 
-// At the row's place the source has its text, and behind it what ends it.
+// Checks that the source has the row's text at its place, and after it what ends it.
 std::string Misplaced(const Row& row, std::string_view source) {
     const Positions positions(source);
     const std::size_t begin = positions.Of(row.begin);
