@@ -103,6 +103,8 @@ void IndexForm::StartUpdate() {
     LoadFiles();
     nextFile_ = NumberOf(*database_, "SELECT max(id) FROM file") + 1;
     nextNode_ = NumberOf(*database_, "SELECT max(id) FROM node") + 1;
+    database_->Run("CREATE TEMP TABLE lost (first INTEGER PRIMARY KEY, last INTEGER)");
+    database_->Run("CREATE TEMP TABLE added AS SELECT " + std::to_string(nextNode_) + " AS first");
 }
 
 void IndexForm::CheckIsOurs() {
@@ -218,13 +220,11 @@ void IndexForm::PutBases(std::int64_t type, std::string_view header) {
     }
 }
 
+// The rows themselves go when the update ends.
 void IndexForm::Remove(std::int64_t file) {
-    for (const char* const ids : {"node WHERE id", "function WHERE id", "base WHERE type"}) {
-        std::string sql("DELETE FROM ");
-        sql.append(ids).append(" BETWEEN (SELECT first FROM file WHERE id = ?1)");
-        sql.append(" AND (SELECT last FROM file WHERE id = ?1)");
-        Statement(*database_, sql).With(file).Run();
-    }
+    Statement(*database_, "INSERT INTO lost SELECT first, last FROM file WHERE id = ?")
+        .With(file)
+        .Run();
     Statement(*database_, "DELETE FROM file WHERE id = ?").With(file).Run();
     changed_ = true;
 }
@@ -251,8 +251,8 @@ bool IndexForm::IsBelowInputs(const std::string& path) const {
 void IndexForm::Finish(bool complete) {
     if (!complete) return;
     RemoveLost();
-    if (building_) database_->Run(kSearchSql);
     if (building_ || changed_) {
+        database_->Run(building_ ? kSearchSql : kUpdateSql);
         PutMeta();
         database_->Run("COMMIT");
     }

@@ -3,3 +3,4 @@
 
 extern const char* const kSchemaSql;
 extern const char* const kSearchSql;
+extern const char* const kUpdateSql;

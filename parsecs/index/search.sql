@@ -1,5 +1,5 @@
 -- What makes the rows searchable. Made of all rows at once after a first build, which is several
--- times faster than row by row; the triggers keep it so afterwards.
+-- times faster than row by row; update.sql keeps it so afterwards.
 
 CREATE INDEX node_name ON node(name) WHERE name IS NOT NULL;
 CREATE INDEX base_name ON base(name);
@@ -25,23 +25,3 @@ CREATE VIRTUAL TABLE name_fts USING fts5(
     name, content = 'name', content_rowid = 'id', columnsize = 0, tokenize = 'trigram');
 INSERT INTO name_fts(name_fts) VALUES ('rebuild');
 INSERT INTO name_fts(name_fts) VALUES ('optimize');
-
-CREATE TRIGGER node_added AFTER INSERT ON node BEGIN
-    INSERT INTO text_fts(rowid, text) VALUES (new.id, new.text);
-END;
-CREATE TRIGGER node_removed AFTER DELETE ON node BEGIN
-    INSERT INTO text_fts(text_fts, rowid, text) VALUES ('delete', old.id, old.text);
-END;
-CREATE TRIGGER name_used AFTER INSERT ON node WHEN new.name IS NOT NULL BEGIN
-    INSERT OR IGNORE INTO name(name) VALUES (new.name);
-END;
-CREATE TRIGGER name_unused AFTER DELETE ON node
-WHEN old.name IS NOT NULL AND NOT EXISTS (SELECT 1 FROM node WHERE name = old.name) BEGIN
-    DELETE FROM name WHERE name = old.name;
-END;
-CREATE TRIGGER name_added AFTER INSERT ON name BEGIN
-    INSERT INTO name_fts(rowid, name) VALUES (new.id, new.name);
-END;
-CREATE TRIGGER name_removed AFTER DELETE ON name BEGIN
-    INSERT INTO name_fts(name_fts, rowid, name) VALUES ('delete', old.id, old.name);
-END;
