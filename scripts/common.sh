@@ -49,7 +49,7 @@ need_program_libraries() {
 need_test_libraries() {
     need_program_libraries
     need /usr/include/gtest/gtest.h libgtest-dev pkg-config pkg-config
-    need sqlite3 sqlite3
+    need sqlite3 sqlite3 strace strace
 }
 
 # For the test of the map, which is skipped without it.

@@ -6,7 +6,7 @@ cd "$(mktemp -d)" || exit 1
 trap 'rm -rf "$PWD"' EXIT
 ln -s "$1" parsecs # a name without blanks, whatever the build folder is called
 parsecs=$PWD/parsecs
-mkdir -p src/sub empty
+mkdir -p src/sub
 echo 'a; b' >src/a.cs
 echo "char c = 'x';" >src/sub/b.cs
 printf 'a;\r\nb;\r\n}\r\nc;' >early.cs
@@ -16,53 +16,108 @@ ln -s nowhere src/gone.cs
 ln -s /dev/zero src/zero.cs
 mkfifo src/sub/pipe.cs
 head -c 40000 /dev/zero | tr '\0' '{' >deep.cs
+yes 'a;' | head -n 50000 >long.cs
+odd=$'src/a\"\n\xFF.cs'
+echo 'a;' >"$odd"
+printf '%s\0' "$odd" early.cs >list0
+printf 'early.cs\n\nsrc/a.cs' >list
 echo kept >kept
+mkdir -p sealed/early.cs.json
+touch sealed/src
+ln -s "$PWD/private" linked
+echo old >private
+chmod 600 private
+name=$(printf 'n%.0s' {1..250})
 failures=0
 fail() { echo "FAILED: $*" && failures=$((failures + 1)); }
 
-# Exit code | arguments | the standard error: a pattern for its only line, or nothing.
-while IFS='|' read -r code arguments pattern; do
-    eval "timeout 10 \"$parsecs\" $arguments" >stdout 2>err
+# Exit code | arguments | the standard error: a pattern for its only line, or nothing | what of the
+# standard output, or of what the arguments leave in the file `result`, is looked for.
+while IFS='|' read -r code arguments pattern wanted; do
+    rm -rf result
+    eval "timeout 20 \"$parsecs\" $arguments" >stdout 2>err
     got=$?
     [ "$got" -eq "$code" ] || fail "$arguments: exit code $got"
-    [[ $(cat err) =~ ^${pattern:+parsecs: }$pattern$ ]] || fail "$arguments: $(cat err)"
+    [[ $(cat err) =~ ^(parsecs: )?$pattern$ ]] || fail "$arguments: $(cat err)"
+    [ ! -e result ] || mv result stdout
+    [ -z "$wanted" ] || grep -q -- "$wanted" stdout || fail "$arguments: $(head -c 2000 stdout)"
 done <<TABLE
-0|src/a.cs|
-0|early.cs|early.cs:4: stopped early, .*
-1|given-up.cs|given-up.cs: given up: .*
-1|missing.cs|missing.cs: No such file or directory
-1|/dev/zero|/dev/zero: is a device
-1|-o kept missing.cs|missing.cs: No such file or directory
-1|--jsonl -o kept missing.cs|missing.cs: No such file or directory
-2||nothing to parse: .*
-2|--strict --outline src/a.cs|--outline and --strict are two forms: use one
-2|--otline|no option --otline: did you mean --outline\?
-2|-x|no option -x, see parsecs --help
-2|--jobs=0 src/a.cs|--jobs takes a number from 1 to 1000, not 0
-2|--strict=x|--strict takes no value
-2|src/a.cs -o|-o needs a value: FILE
-2|--color red|--color takes auto\|always\|never, not red
-2|-0 src/a.cs|-0 needs --files-from
-2|--files-from missing --jsonl|missing: No such file or directory
-2|--files-from - --jsonl -|standard input cannot be both .*
-2|src|src is a folder: .*: use --into DIR .*, or --jsonl
-2|--strict -o kept src/a.cs src/sub/b.cs|several files .*: use --into DIR .*
-2|-o src src/a.cs|-o src is a folder: use --into src
-2|-o kept --into out src/a.cs|-o and --into are two places: use one
-2|--into kept src/a.cs|--into kept is no folder: use -o FILE .*
-2|--into out \$PWD/../src.cs ../\${PWD##*/}/early.cs -|--into: standard input .*
-2|--into out /dev/null|--into: /dev/null lies outside .*
-2|-o src/a.cs src/a.cs|src/a.cs: is an input, .*
-3|src/a.cs >/dev/full|standard output: No space left on device
-3|src/a.cs >&-|standard output: Bad file descriptor
-3|-o /dev/full src/a.cs|/dev/full: No space left on device
-3|-o kept/x src/a.cs|kept/x: Not a directory
+0|src/a.cs||"contents": "a"
+0|- <src/a.cs||"filePath": "/dev/stdin"
+0|--strict <(cat src/sub/b.cs)||"char c = 'x'"
+0|--strict /dev/null||"contents": "namespace global"
+0|--outline --color=always src/a.cs||36mline
+0|--outline src/a.cs -o result||^ *1  *line  a$
+0|--outline src/a.cs -o /dev/stdout||^ *1  *line  a$
+0|-j1 --jsonl --files-from list|early.cs:4: .*parsecs: 2 files parsed, 1 of them stopped early|src/a.cs.,"id":2,
+0|-j 9 -0 --jsonl --files-from - <list0|early.cs:4: .*parsecs: 2 files parsed, 1 .*|^{"file":"src/a...u000a.*,"id":2,
+0|early.cs|early.cs:4: stopped early, .*|"error: NULL parent branch"
+0|--traces src/a.cs|the final data is a; b|"contents": "a"
+0|--version||^parsecs [0-9]
+0|-o linked src/a.cs||
+0|-o $name src/a.cs && mv $name result||"contents": "a"
+1|given-up.cs|given-up.cs: given up: .*|
+1|missing.cs|missing.cs: No such file or directory|
+1|/dev/zero|/dev/zero: is a device|
+1|-o kept missing.cs|missing.cs: No such file or directory|
+1|--jsonl -o kept missing.cs given-up.cs|missing.cs: .*parsecs: 0 files parsed, .*|
+1|\$'a\\e.cs'|a\?.cs: No such file or directory|
+2||nothing to parse: .*|
+2|--strict --outline src/a.cs|--outline and --strict are two forms: use one|
+2|--otline|no option --otline: did you mean --outline\?|
+2|-x|no option -x, see parsecs --help|
+2|--jobs=0 src/a.cs|--jobs takes a number from 1 to 1000, not 0|
+2|--strict=x|--strict takes no value|
+2|src/a.cs -o|-o needs a value: FILE|
+2|--color red|--color takes auto.always.never, not red|
+2|-0 src/a.cs|-0 needs --files-from|
+2|--files-from missing --jsonl|missing: No such file or directory|
+2|--files-from - --jsonl -|standard input cannot be both .*|
+2|src|src is a folder: .*: use --into DIR .*, or --jsonl|
+2|--strict -o kept src/a.cs src/sub/b.cs|several files .*: use --into DIR .*|
+2|-o src src/a.cs|-o src is a folder: use --into src|
+2|-o kept --into out src/a.cs|-o and --into are two places: use one|
+2|--into kept src/a.cs|--into kept is no folder: use -o FILE .*|
+2|--into out -|--into: standard input .*|
+2|--into out /dev/null|--into: /dev/null lies outside .*|
+2|-o ./src/../src/a.cs src/a.cs|./src/../src/a.cs: is an input, .*|
+3|src/a.cs >/dev/full|standard output: No space left on device|
+3|src/a.cs >&-|standard output: Bad file descriptor|
+3|-o /dev/full src/a.cs|/dev/full: No space left on device|
+3|-o kept/x src/a.cs|kept/x: Not a directory|
+3|--into sealed src/a.cs early.cs|sealed/src: Not a directory.*sealed/early.cs.json: .*parsecs: 0 files.*|
 TABLE
 [ "$(cat kept)" = kept ] || fail "an output file was destroyed"
+[ "$(head -c 1 private) $(stat -c %a private)" = "[ 600" ] && [ -L linked ] || fail "a link's target"
 
-"$parsecs" --jsonl src early.cs early.cs given-up.cs >stdout 2>err
-[ "$? $(grep -c '^{"format"' stdout) $(grep -c '"id":0,' stdout)" = "1 1 3" ] || fail "rows: $(head stdout)"
-grep -q 'gone.cs: No such file' err || fail "a link that leads nowhere: $(cat err)"
-tail -n 1 err | grep -q ': 3 files parsed, 1 of them stopped early, 1 could not be read, 1 given up$' ||
-    fail "counts: $(cat err)"
+# What a folder stands for, and where its outputs go.
+"$parsecs" -j2 --jsonl src early.cs src/../src/a.cs ./early.cs given-up.cs >stdout 2>err
+[ "$? $(grep -c '^{"format"' stdout) $(grep -c '"id":0,' stdout)" = "1 1 5" ] || fail "$(head stdout)"
+[ "$(tail -n 1 err)" = "parsecs: 5 files parsed, 1 of them stopped early, 1 could not be read, 1 given up" ] &&
+    grep -q '^parsecs: src/gone.cs: No such file' err || fail "counts: $(cat err)"
+"$parsecs" --into out src/sub "$PWD/src/a.cs" "../${PWD##*/}/deep.cs" ./early.cs 2>err || fail "$(cat err)"
+[ "$(cd out && find . -type f | sort | xargs)" = \
+    "./deep.cs.json ./early.cs.json ./src/a.cs.json ./src/sub/b.cs.json" ] || fail "$(find out)"
+"$parsecs" src/sub/b.cs | cmp - out/src/sub/b.cs.json || fail "a file in a folder differs"
+echo 'a;' >early.cs.json
+"$parsecs" --into . early.cs.json early.cs 2>err
+[ "$? $(cat early.cs.json)" = "2 a;" ] || fail "an output replaced an input"
+
+# What terminals show, and what pipes do.
+"$parsecs" --jsonl long.cs 2>err | head -n 1 >stdout
+[ "${PIPESTATUS[0]} $(cat err)" = "141 " ] || fail "closed pipe: $(cat err)"
+terminal() { script -qec "stty cols 28 && $*" /dev/null </dev/null; }
+terminal "NO_COLOR=1 $parsecs --outline src/sub/b.cs" | grep -q $'^     1      line  char c \.\.\.\r$' ||
+    fail "outline cut to a terminal"
+terminal "$parsecs --outline src/sub/b.cs" | grep -q $'\x1B\\[36mline' || fail "colour"
+mkfifo slow.cs
+{ sleep 0.4 && echo 'a;'; } >slow.cs &
+terminal "$parsecs --into out src/a.cs slow.cs" | grep -q '2 of 2 files, .* MB/s, 0 s left' || fail "progress"
+[ "$(ulimit -s 1024 && "$parsecs" --outline deep.cs | wc -l)" -gt 40000 ] || fail "deep outline"
+
+"$parsecs" --help | awk 'length > 80 { exit 1 }' || fail "help is too wide"
+"$parsecs" --completion bash >completion
+complete=$(. ./completion && COMP_WORDS=(parsecs --color = a) COMP_CWORD=3 && _parsecs && echo "${COMPREPLY[*]}" &&
+    COMP_WORDS=(parsecs --ou) COMP_CWORD=1 && _parsecs && echo "${COMPREPLY[*]}")
+[ "$complete" = $'auto always\n--outline --output' ] || fail "completion: $complete"
 exit $((failures > 0))

@@ -29,7 +29,7 @@ void Report::Note(const std::string& path, const Reply& reply) {
 }
 
 void Report::Summarise() const {
-    std::string counts = std::to_string(done_) + " files parsed";
+    std::string counts = std::to_string(done_) + (done_ == 1 ? " file parsed" : " files parsed");
     const auto add = [&counts](std::size_t count, const char* what) {
         if (count > 0) counts.append(", ").append(std::to_string(count)).append(what);
     };

@@ -7,7 +7,9 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <new>
+#include <string>
 #include <string_view>
 
 #ifdef __linux__
@@ -34,13 +36,18 @@ void SendTraces(bool show) {
     if (to < 0 || dup2(to, STDOUT_FILENO) < 0) _exit(1);
 }
 
-void Answer(const Form& form, const FoundFile& file, Reply& reply) {
+// Appends what is made of the file, or why there is nothing, to `text`.
+void Answer(const Form& form, const FoundFile& file, ReplyHead& head, std::string& text) {
+    const std::size_t begin = text.size();
     try {
-        reply.outcome = form.Make(ReadFound(file), reply.text);
+        head.outcome = form.Make(ReadFound(file), text);
+        return;
     } catch (const ReadFailure& failure) {
-        reply = {Reply::Kind::Unreadable, {}, failure.what()};
+        head.kind = Reply::Kind::Unreadable;
+        text.replace(begin, std::string::npos, failure.what());
     } catch (const std::bad_alloc&) {
-        reply = {Reply::Kind::NoMemory, {}, "out of memory"};
+        head.kind = Reply::Kind::NoMemory;
+        text.replace(begin, std::string::npos, "out of memory");
     }
 }
 
@@ -53,13 +60,15 @@ void Send(int socket, std::string_view bytes) {
     }
 }
 
-void Send(int socket, const Reply& reply) {
+// The head and the text go out together.
+void SendAnswer(int socket, const Form& form, const FoundFile& file) {
     ReplyHead head{};
-    head.kind = reply.kind;
-    head.outcome = reply.outcome;
-    head.size = reply.text.size();
-    Send(socket, {reinterpret_cast<const char*>(&head), sizeof head});
-    Send(socket, reply.text);
+    std::string bytes(sizeof head, '\0');
+    Answer(form, file, head, bytes);
+    std::fflush(stdout);  // the traces: the parent may end this process when it has the answer
+    head.size = bytes.size() - sizeof head;
+    std::memcpy(bytes.data(), &head, sizeof head);
+    Send(socket, bytes);
 }
 
 // Several at once, as many as were sent.
@@ -98,12 +107,5 @@ void RunWorker(int socket, const Form& form, const std::vector<FoundFile>& files
     EndWithParent();
     SendTraces(showTraces);
     Orders orders(socket);
-    Reply reply;
-    while (true) {
-        const FileNumber number = orders.Next();
-        reply = {};
-        Answer(form, files[number], reply);
-        std::fflush(stdout);
-        Send(socket, reply);
-    }
+    while (true) SendAnswer(socket, form, files[orders.Next()]);
 }

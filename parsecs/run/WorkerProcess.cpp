@@ -53,10 +53,13 @@ void WorkerProcess::Order(FileNumber file) {
     Send(file);
 }
 
-// Never more than a few are on their way: the socket holds them all. That the worker has died shows
-// when its answers are read.
+// Never more than a few are on their way: the socket holds them all. One that does not arrive would
+// put the answers out of step with the queue, so that ends the worker, as the next read shows.
 void WorkerProcess::Send(FileNumber file) const {
-    while (write(socket_, &file, sizeof file) < 0 && errno == EINTR) {
+    while (write(socket_, &file, sizeof file) != sizeof file) {
+        if (errno == EINTR) continue;
+        kill(process_, SIGKILL);
+        return;
     }
 }
 
