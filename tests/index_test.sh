@@ -74,7 +74,7 @@ got=$(ask shop.db "SELECT name FROM name WHERE name IN ('Promote', 'Demote', 'St
 
 cp -p shop.db kept.db
 "$parsecs" --db shop.db shop 2>err
-grep -q '1 files parsed, 1 of them stopped early, 4 unchanged$' err || fail "unchanged: $(cat err)"
+grep -q '1 file parsed, 1 of them stopped early, 4 unchanged$' err || fail "unchanged: $(cat err)"
 cmp shop.db kept.db || fail "a run without changes changed the database"
 cp "$givenUp" shop/early.cs
 rm shop/sub/Documents.cs
