@@ -70,6 +70,11 @@ class VirtualList {
     return row;
   }
 
+  scrollTo(at) {
+    this.element.scrollTop = at * this.pace;
+    this.refresh();
+  }
+
   /** Puts the cursor on a row, and the row into sight. */
   moveTo(at) {
     this.at = Math.max(-1, Math.min(this.count - 1, at));

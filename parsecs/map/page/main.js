@@ -101,7 +101,7 @@ class Page {
     }
     this.map.hits = this.hits;
     document.documentElement.dataset.searched = performance.now() - started;
-    this.results.show(this.hits);
+    this.results.show(this.hits, this.state.root);
   }
 
   showTrail() {

@@ -95,10 +95,12 @@ class Results {
     this.list = new VirtualList(document.getElementById("hits"), { draw: (i) => this.draw(i), choose: act, open: act });
   }
 
-  show(hits) {
+  /** Begins with what is in a node. */
+  show(hits, node) {
     this.hits = hits;
     this.section.hidden = hits === null;
     this.list.setCount(hits === null ? 0 : hits.nodes.length);
+    if (hits !== null) this.list.scrollTo(hits.firstFrom(node));
   }
 
   draw(i) {
@@ -118,7 +120,8 @@ class Results {
     text.append(...pieces.map((piece, k) => (k % 2 === 1 ? element("mark", "", piece) : piece)));
     const file = tree.fileOf(node);
     const line = tree.line[node];
-    if (file >= 0 && file !== node) row.append(element("span", "where", `${tree.label(file)}${line > 0 ? `:${line}` : ""}`));
+    if (file >= 0 && file !== node) row.append(element("span", "where", tree.label(file)));
+    if (line > 0) row.append(element("span", "where-line", `:${line}`));
     return row;
   }
 }
