@@ -60,7 +60,8 @@ class Reader {
   private:
     void TakeArgument(const std::string& argument) {
         if (argument == "--") {
-            options_.inputs.insert(options_.inputs.end(), rest_.begin() + at_, rest_.end());
+            options_.inputs.insert(options_.inputs.end(),
+                                   rest_.begin() + static_cast<std::ptrdiff_t>(at_), rest_.end());
             at_ = rest_.size();
         } else if (argument.starts_with("--")) {
             TakeLong(argument.substr(2));

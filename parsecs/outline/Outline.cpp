@@ -28,7 +28,7 @@ std::string Head(const Row& row) {
     constexpr std::size_t kMostLevels = 20;
     std::string line = row.begin.line == 0 ? "" : std::to_string(row.begin.line);
     line.insert(0, kNumberWidth - std::min(kNumberWidth, line.size()), ' ');
-    return line.append(2 + 2 * std::min<std::size_t>(row.depth, kMostLevels), ' ');
+    return line.append(2 + 2 * std::min(static_cast<std::size_t>(row.depth), kMostLevels), ' ');
 }
 
 void Paint(std::string_view piece, const char* code, bool colour, std::string& out) {

@@ -100,7 +100,8 @@ template <typename Attempt>
 void FailEveryAllocation(const Module& module, const std::string& name, Attempt attempt) {
     for (const bool onwards : {false, true}) {
         bool failed = true;
-        for (long first = 0; failed; ++first) {
+        long first = 0;
+        while (failed) {
             const std::string exact = module.Text(name.c_str());
             const long before = liveBlocks;
             attempt([&](auto parse) {
@@ -115,6 +116,7 @@ void FailEveryAllocation(const Module& module, const std::string& name, Attempt 
             module.cleanup();
             EXPECT_EQ(module.Text(name.c_str()), exact);
             EXPECT_EQ(liveBlocks, before) << "a leak when allocation " << first << " failed";
+            ++first;
         }
     }
 }

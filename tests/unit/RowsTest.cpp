@@ -78,7 +78,7 @@ std::string WithoutWhiteSpace(std::string text) {
 // A piece of the source, cleaned as if in the middle of a line, without white space.
 std::string Cleaned(std::string_view source, std::size_t begin, std::size_t length) {
     std::vector<std::string> defines;
-    const std::string text = "{" + std::string(source.substr(begin, length));
+    const std::string text = std::string("{").append(source.substr(begin, length));
     return WithoutWhiteSpace(Cleaner().CleanText(text, {}, defines)).substr(1);
 }
 
