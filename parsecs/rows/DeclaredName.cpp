@@ -16,7 +16,7 @@ enum class Meaning : unsigned char {
     Name,            // of a type or of what is declared
     Modifier,        // as long as no type has begun; a name behind it
     Access,          // a modifier that only members have
-    MemberModifier,  // in a type; elsewhere a statement has it
+    MemberModifier,  // of members; elsewhere a statement has it
     Delegate,        // a modifier to us: a method's header follows
     Type,            // a type's name follows
     Record,          // the same, if it does follow
@@ -255,7 +255,7 @@ class DeclarationReader {
         switch (plain ? MeaningOf(word) : Meaning::Name) {
             case Meaning::Modifier: return name_.empty() ? Step::GoOn : TakeName(word);
             case Meaning::MemberModifier:
-                return scope_.inType && name_.empty() ? Step::GoOn : Nothing();
+                return (scope_.inType || member_) && name_.empty() ? Step::GoOn : Nothing();
             case Meaning::Access: member_ = true; return Step::GoOn;
             case Meaning::Delegate:
                 if (tokens_.Peek() == '*') return TakeName(word);  // a pointer to a function

@@ -34,6 +34,7 @@ const Named kAnywhere[] = {
     {"public static implicit operator List<int> (C c)", "operator List<int>"},
     {"unsafe int* @class()", "class"},
     {"public int count", "count"},
+    {"public new A.B B", "B"},
     {"public event EventHandler<E> Changed", "Changed"},
     {"), \"]\")] public void G()", "G"},
     {")] public string S = \"]\"", "S"},
