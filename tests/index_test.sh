@@ -32,7 +32,7 @@ SOURCE
 # What a database says, whatever its ids are.
 cat >all.sql <<'SQL'
 SELECT path, line, column, kind, function, text FROM uses
-WHERE word = 'shop OR public OR return OR if OR f' ORDER BY path, id;
+WHERE word = 'shop OR cs OR public OR return OR if OR f' ORDER BY path, id;
 SELECT path, bytes, mtime, hash, stopped, last - first FROM file ORDER BY path;
 SELECT path, line, endLine, kind, outline FROM outline ORDER BY path, id;
 SELECT name, path, line, text FROM definitions WHERE name IN
@@ -40,6 +40,9 @@ SELECT name, path, line, text FROM definitions WHERE name IN
 SELECT name, path, size, branches FROM biggest ORDER BY path, id;
 SELECT base, name, path FROM derived ORDER BY path, id, base;
 SELECT name FROM name ORDER BY name;
+SELECT count(*) FROM function UNION ALL SELECT count(*) FROM base;
+SELECT count(rowid) FROM text_fts WHERE text_fts = 'class'; -- whatever rows are there
+SELECT count(rowid) FROM name_fts WHERE name_fts = 'ote';
 SQL
 says() { ask "$1" <all.sql; }
 same_as_anew() {
@@ -93,7 +96,7 @@ start() {
     for _ in $(seq 100); do compgen -G "$2" >/dev/null && break || sleep 0.05; done
 }
 end() { kill "-$1" $run && wait $run 2>/dev/null; }
-echo 'class Later {}' >shop/later.cs
+echo 'class Later { void N() {} }' >shop/later.cs
 old=$(says shop.db)
 start shop.db shop.db-journal
 [ "$(says shop.db)" = "$old" ] || fail "a reader during the run: $(says shop.db | tail -n 3)"
