@@ -221,6 +221,13 @@ class MapTest(unittest.TestCase):
         browser.press("Enter", "Escape", "Escape")
         self.assertEqual(self.find("if"), "100,000 hits")
 
+    def test_a_list_of_a_million_has_its_last_row(self):
+        self.browser.open(self.make(self.source("long.cs", b"a;" * 999_999 + b'b = "%s";' % (b"c " * 500_000))))
+        self.browser.run("document.getElementById('boxes').focus()")
+        self.browser.press("End")
+        self.assertEqual(self.browser.text("#boxes [aria-posinset='1000000'] .text")[:7], 'b = "c ')
+        self.assertIn("1,000,006 letters", self.browser.text("#text"))
+
     def test_beyond_ten_thousand_files_are_only_definitions(self):
         many = Path(self.folder.name, "many")
         many.mkdir()

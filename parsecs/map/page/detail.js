@@ -2,7 +2,7 @@
 
 const MOST_BOXES = 20; // levels that are drawn; deeper ones are counted
 const INDENT = 12; // pixels a level
-const MOST_LETTERS = 2_000; // of a text in its row
+const MOST_SHOWN = 20_000; // letters of a whole text; a line of a million takes seconds to lay out
 
 class Detail {
   /** `choose` is called with a node, `open` with one that shall be zoomed to. */
@@ -33,7 +33,7 @@ class Detail {
       this.list.setCount(this.nodes.length);
     }
     const mark = MARKS[tree.role[root]];
-    document.getElementById("name").textContent = `${mark} ${tree.label(root).slice(0, MOST_LETTERS)}`;
+    document.getElementById("name").textContent = `${mark} ${tree.label(root)}`;
     document.getElementById("facts").textContent = factsOf(tree, root).join(" · ");
     this.showText(chosen >= 0 ? chosen : tree.isPlace(root) ? -1 : root);
     if (chosen >= 0) this.list.moveTo(this.nodes.indexOf(chosen));
@@ -42,7 +42,9 @@ class Detail {
   showText(node) {
     const text = document.getElementById("text");
     text.hidden = node < 0 || this.tree.isPlace(node);
-    text.textContent = text.hidden ? "" : visible(this.tree.wholeText(node));
+    const whole = text.hidden ? "" : this.tree.wholeText(node);
+    text.textContent = visible(whole.slice(0, MOST_SHOWN));
+    if (whole.length > MOST_SHOWN) text.append(`… (${counted(whole.length, "letter")} in all)`);
     document.getElementById("path").textContent = placeOf(this.tree, node >= 0 ? node : this.root);
   }
 

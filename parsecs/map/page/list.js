@@ -35,14 +35,17 @@ class VirtualList {
 
   /** Pixels of scrolling for a row: fewer than it is high where the list is too tall. */
   get pace() {
-    return Math.min(ROW, TALLEST / Math.max(1, this.count));
+    const { clientHeight: height } = this.element;
+    // Scrolled to its end the list ends with the last row.
+    return this.count * ROW <= TALLEST ? ROW : (TALLEST - height) / (this.count - height / ROW);
   }
 
   /** Draws the rows that are seen now. Those that stay keep their elements, and so a selection. */
   refresh() {
     const { rows, space } = this;
     const top = this.element.scrollTop; // asked for once: the answer costs a layout after each change
-    const first = Math.floor(top / this.pace);
+    const { pace } = this;
+    const first = Math.floor(top / pace);
     const from = Math.max(0, first - BEYOND);
     const to = Math.min(this.count, first + this.seen + BEYOND);
     for (const [i, row] of rows) {
@@ -54,7 +57,7 @@ class VirtualList {
     for (let i = to - 1; i >= from; --i) {
       if (!rows.has(i)) rows.set(i, space.insertBefore(this.make(i), next));
       next = rows.get(i);
-      next.style.top = `${this.pace === ROW ? i * ROW : top + (i - top / this.pace) * ROW}px`;
+      next.style.top = `${top + (i - top / pace) * ROW}px`;
       next.setAttribute("aria-selected", i === this.at);
     }
     if (this.at < 0) this.element.removeAttribute("aria-activedescendant");

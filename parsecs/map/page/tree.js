@@ -6,7 +6,8 @@ const ROLES = ["type", "function", "variable", "branch", "loop", "call", "statem
 const ROLE = Object.fromEntries(ROLES.map((name, i) => [name.toUpperCase(), i]));
 const MARKS = ["▣", "ƒ", "▪", "◆", "↻", "↗", "·", "▢", "#", "⚑", "✖", "▤", "≡"];
 
-const isBranch = (role) => role === ROLE.BRANCH || role === ROLE.LOOP;
+const MOST_LETTERS = 2_000; // of a text on one line
+
 /** What holds functions: their numbers are not added up, the largest counts. */
 const holdsFunctions = (role) => role === ROLE.TYPE || role >= ROLE.FOLDER;
 
@@ -146,7 +147,7 @@ class Tree {
   label(node) {
     if (this.isPlace(node)) return oneLine(this.placeNames[this.name[node]]);
     const text = this.name[node] >= 0 ? this.name[node] : this.text[node];
-    return text < 0 ? ROLES[this.role[node]] : oneLine(this.texts.get(text));
+    return text < 0 ? ROLES[this.role[node]] : oneLine(this.texts.get(text).slice(0, MOST_LETTERS));
   }
 
   wholeText(node) {
