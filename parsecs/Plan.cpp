@@ -44,9 +44,12 @@ void CheckPlaces(const Options& options) {
     }
 }
 
+bool NeedsOneFile(const Options& options) {
+    return options.formFile.empty() && options.folder.empty() && !TakesSeveral(options.form);
+}
+
 void CheckNumber(const Options& options) {
-    if (!options.formFile.empty() || !options.folder.empty()) return;
-    if (TakesSeveral(options.form)) return;
+    if (!NeedsOneFile(options)) return;
     const bool one = options.list.empty() && options.inputs.size() == 1;
     if (one && !IsFolder(options.inputs.front())) return;
     const std::string what = !options.list.empty()       ? "a list of files"

@@ -60,9 +60,7 @@ class Reader {
   private:
     void TakeArgument(const std::string& argument) {
         if (argument == "--") {
-            options_.inputs.insert(options_.inputs.end(),
-                                   rest_.begin() + static_cast<std::ptrdiff_t>(at_), rest_.end());
-            at_ = rest_.size();
+            while (at_ < rest_.size()) options_.inputs.push_back(rest_[at_++]);
         } else if (argument.starts_with("--")) {
             TakeLong(argument.substr(2));
         } else if (argument.size() > 1 && argument.front() == '-') {

@@ -15,11 +15,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
+bool IsLink(const fs::path& path) {
+    std::error_code error;
+    const fs::file_type type = fs::symlink_status(path, error).type();
+    if (type == fs::file_type::none) throw std::system_error(error);
+    return type == fs::file_type::symlink;
+}
+
 // What the links of the path lead to, which need not exist.
 std::string Target(fs::path path) {
     constexpr int kMostLinks = 40;
-    std::error_code error;
-    for (int links = 0; links < kMostLinks && fs::is_symlink(path, error); ++links) {
+    for (int links = 0; links < kMostLinks && IsLink(path); ++links) {
         path = path.parent_path() / fs::read_symlink(path);
     }
     return path.string();

@@ -13,7 +13,7 @@ bool LeadsOut(const fs::path& path) { return path.empty() || *path.begin() == ".
 // By way of what links lead to only where it takes that to stay below.
 fs::path FromHere(const fs::path& input) {
     std::error_code error;
-    const fs::path here = fs::current_path(error);
+    const fs::path here = fs::current_path();
     fs::path path = (here / input).lexically_normal().lexically_relative(here);
     if (!LeadsOut(path) && input.native().find("..") == std::string::npos) return path;
     path = fs::canonical((here / input).parent_path(), error) / input.filename();

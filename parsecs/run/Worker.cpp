@@ -61,11 +61,12 @@ void Send(int socket, std::string_view bytes) {
 }
 
 // The head and the text go out together.
-void SendAnswer(int socket, const Form& form, const FoundFile& file) {
+void SendAnswer(int socket, const Form& form, const FoundFile& file, bool showTraces) {
     ReplyHead head{};
     std::string bytes(sizeof head, '\0');
     Answer(form, file, head, bytes);
-    std::fflush(stdout);  // the traces: the parent may end this process when it has the answer
+    // The parent may end this process when it has the answer.
+    if (showTraces) std::fflush(stdout);
     head.size = bytes.size() - sizeof head;
     std::memcpy(bytes.data(), &head, sizeof head);
     Send(socket, bytes);
@@ -107,5 +108,5 @@ void RunWorker(int socket, const Form& form, const std::vector<FoundFile>& files
     EndWithParent();
     SendTraces(showTraces);
     Orders orders(socket);
-    while (true) SendAnswer(socket, form, files[orders.Next()]);
+    while (true) SendAnswer(socket, form, files[orders.Next()], showTraces);
 }

@@ -35,6 +35,9 @@ class WorkerProcess {
 
     bool isRunning() const { return process_ >= 0; }
 
+    /// How many bytes have come of an answer that is not complete.
+    std::size_t partSize() const { return text_.size(); }
+
     /// Has it parse the file when it has done those before.
     void Order(FileNumber file);
 

@@ -47,9 +47,13 @@ WorkerProcess& Workers::LeastBusy() const {
     });
 }
 
-bool Workers::HasRoom() const {
-    return held_ < kMostHeld && LeastBusy().queue().size() < kLongestQueue;
+bool Workers::HoldsMuch() const {
+    std::size_t held = held_;
+    for (const auto& worker : workers_) held += worker->partSize();
+    return held >= kMostHeld;
 }
+
+bool Workers::HasRoom() const { return !HoldsMuch() && LeastBusy().queue().size() < kLongestQueue; }
 
 void Workers::Order(FileNumber file) {
     WorkerProcess& worker = LeastBusy();
@@ -67,9 +71,9 @@ void Workers::Start(WorkerProcess& worker) const {
 
 void Workers::Wait(FileNumber first) {
     std::vector<pollfd> sockets;
+    const bool any = !HoldsMuch();
     for (const auto& worker : workers_) {
-        const bool heard =
-            held_ < kMostHeld || worker->queue().empty() || worker->queue().front() == first;
+        const bool heard = any || worker->queue().empty() || worker->queue().front() == first;
         // A negative number is passed over.
         sockets.push_back({heard ? worker->socket() : -1, POLLIN, 0});
     }

@@ -32,6 +32,7 @@ class Workers {
     Reply Take(FileNumber file);
 
   private:
+    bool HoldsMuch() const;
     WorkerProcess& LeastBusy() const;
     void Start(WorkerProcess& worker) const;
     void Listen(WorkerProcess& worker);

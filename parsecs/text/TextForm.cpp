@@ -65,6 +65,7 @@ class TextForm : public Form {
     }
 
   protected:
+    bool TakesSeveral() const { return format_.takesSeveral; }
     std::string_view Head() const { return format_.head; }
     std::string_view Suffix() const { return format_.suffix; }
 
@@ -78,7 +79,11 @@ class OneOutput : public TextForm {
     OneOutput(const TextFormat& format, const OutlineStyle& style, std::string path)
         : TextForm(format, style), path_(std::move(path)) {}
 
-    void Take(const FoundFile& /*file*/, std::string_view made) override { Output().Write(made); }
+    void Take(const FoundFile& /*file*/, std::string_view made) override {
+        // It was no folder when it was looked at first.
+        if (output_ && !TakesSeveral()) throw std::runtime_error("several files for one output");
+        Output().Write(made);
+    }
 
     void Finish(bool complete) override {
         if (complete) Output().Finish();
