@@ -59,6 +59,7 @@ done <<TABLE
 1|given-up.cs|given-up.cs: given up: .*|
 1|missing.cs|missing.cs: No such file or directory|
 1|/dev/zero|/dev/zero: is a device|
+1|/proc/self/mem|/proc/self/mem: Input/output error|
 1|-o kept missing.cs|missing.cs: No such file or directory|
 1|--jsonl -o kept missing.cs given-up.cs|missing.cs: .*parsecs: 0 files parsed, .*|
 1|\$'a\\e.cs'|a\?.cs: No such file or directory|
@@ -92,12 +93,15 @@ TABLE
 
 # What a folder stands for, and where its outputs go.
 "$parsecs" -j2 --jsonl src early.cs src/../src/a.cs ./early.cs given-up.cs >stdout 2>err
-[ "$? $(grep -c '^{"format"' stdout) $(grep -c '"id":0,' stdout)" = "1 1 5" ] || fail "$(head stdout)"
+[ "$? $(grep -c '^{"format"' stdout) $(grep -o '^{"file":.*,"id":0,' stdout | cut -d'"' -f4 | xargs -d'\n')" = \
+    '1 1 src/a\ src/a.cs src/sub/b.cs early.cs src/../src/a.cs' ] || fail "$(head stdout)"
 [ "$(tail -n 1 err)" = "parsecs: 5 files parsed, 1 of them stopped early, 1 could not be read, 1 given up" ] &&
     grep -q '^parsecs: src/gone.cs: No such file' err || fail "counts: $(cat err)"
+umask 027
 "$parsecs" --into out src/sub "$PWD/src/a.cs" "../${PWD##*/}/deep.cs" ./early.cs 2>err || fail "$(cat err)"
 [ "$(cd out && find . -type f | sort | xargs)" = \
     "./deep.cs.json ./early.cs.json ./src/a.cs.json ./src/sub/b.cs.json" ] || fail "$(find out)"
+[ "$(stat -c %a out/early.cs.json)" = 640 ] || fail "the mode of a new file: $(ls -l out)"
 "$parsecs" src/sub/b.cs | cmp - out/src/sub/b.cs.json || fail "a file in a folder differs"
 echo 'a;' >early.cs.json
 "$parsecs" --into . early.cs.json early.cs 2>err
