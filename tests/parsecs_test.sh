@@ -54,6 +54,7 @@ done <<TABLE
 0|early.cs|early.cs:4: stopped early, .*|"error: NULL parent branch"
 0|--traces src/a.cs|the final data is a; b|"contents": "a"
 0|--version||^parsecs [0-9]
+0|--html - src/a.cs||^<!doctype html>
 0|-o linked src/a.cs||
 0|-o $name src/a.cs && mv $name result||"contents": "a"
 1|given-up.cs|given-up.cs: given up: .*|
@@ -61,6 +62,7 @@ done <<TABLE
 1|/dev/zero|/dev/zero: is a device|
 1|/proc/self/mem|/proc/self/mem: Input/output error|
 1|-o kept missing.cs|missing.cs: No such file or directory|
+1|--html kept missing.cs|missing.cs: No such file or directory|
 1|--jsonl -o kept missing.cs given-up.cs|missing.cs: .*parsecs: 0 files parsed, .*|
 1|\$'a\\e.cs'|a\?.cs: No such file or directory|
 2||nothing to parse: .*|
@@ -81,9 +83,12 @@ done <<TABLE
 2|--into kept src/a.cs|--into kept is no folder: use -o FILE .*|
 2|--into out -|--into: standard input .*|
 2|--into out /dev/null|--into: /dev/null lies outside .*|
+2|--html src/a.cs src/a.cs|src/a.cs: is an input, .*|
+2|--html out.html -o kept src/a.cs|--html FILE tells the place: .*|
 2|-o ./src/../src/a.cs src/a.cs|./src/../src/a.cs: is an input, .*|
 3|src/a.cs >/dev/full|standard output: No space left on device|
 3|src/a.cs >&-|standard output: Bad file descriptor|
+3|--html /dev/full src/a.cs|/dev/full: No space left on device|
 3|-o /dev/full src/a.cs|/dev/full: No space left on device|
 3|-o kept/x src/a.cs|kept/x: Not a directory|
 3|--into sealed src/a.cs early.cs|sealed/src: Not a directory.*sealed/early.cs.json: .*parsecs: 0 files.*|
