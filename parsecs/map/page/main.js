@@ -169,7 +169,7 @@ async function start() {
   page.show(stateOf(tree, location.hash));
   document.documentElement.dataset.ready = performance.now();
   // The first search need not wait for what all searches need.
-  setTimeout(() => tree.texts.join(), 100);
+  setTimeout(() => [tree.texts, tree.places].forEach((texts) => texts.join()), 100);
 }
 
 start().catch((error) => {

@@ -50,7 +50,7 @@ class Hits {
   constructor(tree, query) {
     this.query = query;
     const inTexts = tree.texts.find(query);
-    const inPlaces = tree.placeNames.map((name) => query.matches(name));
+    const inPlaces = tree.places.find(query);
     const nodes = new Int32Array(tree.count);
     let count = 0;
     for (let i = 0; i < tree.count; ++i) {

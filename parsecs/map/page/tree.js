@@ -128,6 +128,13 @@ class Tree {
     }
   }
 
+  /** The names of folders and files as texts to search in. */
+  get places() {
+    const lines = () => this.placeNames.map((name) => `${name.replaceAll("\n", "\r")}\n`).join("");
+    this.placeTexts ??= new Texts(new TextEncoder().encode(lines()), this.placeNames.length);
+    return this.placeTexts;
+  }
+
   isPlace(node) {
     return this.role[node] >= ROLE.FOLDER;
   }
