@@ -42,14 +42,13 @@ need_build_tools() {
 }
 
 need_program_libraries() {
-    need /usr/include/nlohmann/json.hpp nlohmann-json3-dev /usr/include/sqlite3.h libsqlite3-dev \
-        /usr/include/zlib.h zlib1g-dev
+    need /usr/include/sqlite3.h libsqlite3-dev /usr/include/zlib.h zlib1g-dev
 }
 
 need_test_libraries() {
     need_program_libraries
-    need /usr/include/gtest/gtest.h libgtest-dev pkg-config pkg-config
-    need sqlite3 sqlite3 strace strace
+    need /usr/include/gtest/gtest.h libgtest-dev /usr/include/nlohmann/json.hpp nlohmann-json3-dev \
+        pkg-config pkg-config sqlite3 sqlite3 strace strace
 }
 
 # For the test of the map, which is skipped without it.
