@@ -71,7 +71,7 @@ done
 sources many 300
 make_expected many
 for round in {1..50}; do
-    signal=$(echo TERM HUP INT KILL | cut -d' ' -f$((round % 4 + 1)))
+    signal=$(echo TERM HUP INT KILL QUIT | cut -d' ' -f$((round % 5 + 1)))
     begin $((round % 3))
     timeout --foreground -s $signal 0.$((RANDOM % 20 + 100)) "$parsecs" -j2 --strict --into out many 2>err
     [ $signal != KILL ] || find out -name '.parsecs-*' -delete 2>err

@@ -20,7 +20,7 @@ yes 'a;' | head -n 50000 >long.cs
 odd=$'src/a\"\n\xFF.cs'
 echo 'a;' >"$odd"
 printf '%s\0' "$odd" early.cs >list0
-printf 'early.cs\n\nsrc/a.cs' >list
+printf 'early.cs\r\n\r\n\nsrc/a.cs' >list
 echo kept >kept
 mkdir -p sealed/early.cs.json
 touch sealed/src
@@ -45,7 +45,7 @@ done <<TABLE
 0|src/a.cs||"contents": "a"
 0|- <src/a.cs||"filePath": "/dev/stdin"
 0|--strict <(cat src/sub/b.cs)||"char c = 'x'"
-0|--strict /dev/null||"contents": "namespace global"
+0|--strict - </dev/null||"contents": "namespace global"
 0|--outline --color=always src/a.cs||36mline
 0|--outline src/a.cs -o result||^ *1  *line  a$
 0|--outline src/a.cs -o /dev/stdout||^ *1  *line  a$
@@ -84,6 +84,7 @@ done <<TABLE
 2|--into out -|--into: standard input .*|
 2|--into out /dev/null|--into: /dev/null lies outside .*|
 2|--html src/a.cs src/a.cs|src/a.cs: is an input, .*|
+2|--db - src/a.cs|--db needs a file: .*|
 2|--html out.html -o kept src/a.cs|--html FILE tells the place: .*|
 2|-o ./src/../src/a.cs src/a.cs|./src/../src/a.cs: is an input, .*|
 3|src/a.cs >/dev/full|standard output: No space left on device|
@@ -120,8 +121,10 @@ terminal "NO_COLOR=1 $parsecs --outline src/sub/b.cs" | grep -q $'^     1      l
     fail "outline cut to a terminal"
 terminal "$parsecs --outline src/sub/b.cs" | grep -q $'\x1B\\[36mline' || fail "colour"
 mkfifo slow.cs
-{ sleep 0.4 && echo 'a;'; } >slow.cs &
-terminal "$parsecs --into out src/a.cs slow.cs" | grep -q '2 of 2 files, .* MB/s, 0 s left' || fail "progress"
+for place in "--into out" "--html page.html"; do
+    { sleep 0.4 && echo 'a;'; } >slow.cs &
+    terminal "$parsecs $place src/a.cs slow.cs" | grep -q '2 of 2 files, .* MB/s, 0 s left' || fail "progress: $place"
+done
 [ "$(ulimit -s 1024 && "$parsecs" --outline deep.cs | wc -l)" -gt 40000 ] || fail "deep outline"
 
 "$parsecs" --help | awk 'length > 80 { exit 1 }' || fail "help is too wide"

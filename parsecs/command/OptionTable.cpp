@@ -39,6 +39,7 @@ const Option kForms[] = {
     {0, "db", "FILE",
      "An SQLite database to ask questions of. An existing one is brought up to date.",
      [](Options& o, const std::string& value) {
+         if (value == "-") throw UsageError("--db needs a file: a database cannot be streamed");
          ChooseForm(o, Options::Form::Index, "--db");
          o.formFile = value;
      }},
@@ -112,14 +113,16 @@ const std::string_view kParagraphRows[] = {
     "one, and where a symbolic link leads to. What lies outside of the folder that you are in has "
     "no place below DIR.",
     "Files that could not be read, were given up, or stopped early because their braces do not "
-    "match are named on standard error. For more than one file the counts follow.",
+    "match are named on standard error. The counts follow, but for one file that goes to one "
+    "output.",
 };
 
 const ExitCode kExitCodeRows[] = {
-    {kDone, "All files were parsed and written; those that stopped early are named."},
-    {kSomeFailed, "Some file could not be read or was given up; all others were written."},
-    {kUsage, "The command line could not be followed; nothing was done."},
-    {kNotWritten, "Some output could not be written."},
+    {"0", "All files were parsed and written; those that stopped early are named."},
+    {"1", "Some file could not be read or was given up; all others were written."},
+    {"2", "The command line could not be followed; nothing was done."},
+    {"3", "Some output could not be written."},
+    {"128 + N", "Ended by signal N: 130 for Ctrl-C, 141 when the reader of a pipe left."},
 };
 
 }  // namespace

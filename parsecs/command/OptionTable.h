@@ -27,7 +27,7 @@ struct Example {
 };
 
 struct ExitCode {
-    int code;
+    std::string_view code;
     std::string_view meaning;
 };
 

@@ -4,5 +4,6 @@
 #include <vector>
 
 /// The names that the file holds, standard input for "-"; each ends in `end`, the last one perhaps
-/// in nothing. Empty ones are left out. Throws UsageError when it cannot be read.
+/// in nothing; a line feed may have a carriage return before it. Empty ones are left out. Throws
+/// UsageError when it cannot be read.
 std::vector<std::string> ReadInputList(const std::string& file, char end);

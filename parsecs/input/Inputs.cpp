@@ -27,9 +27,11 @@ std::int64_t Nanoseconds(const struct stat& status) {
 }
 
 // Devices never end, but for those that people type into or that hold nothing.
-bool IsEndless(const std::string& path, mode_t mode) {
-    if (S_ISBLK(mode)) return true;
-    return S_ISCHR(mode) && path != "/dev/null" && !(path == "-" && isatty(STDIN_FILENO) != 0);
+bool IsEndless(const std::string& path, const struct stat& status) {
+    if (S_ISBLK(status.st_mode)) return true;
+    struct stat null {};
+    const bool isNull = stat("/dev/null", &null) == 0 && null.st_rdev == status.st_rdev;
+    return S_ISCHR(status.st_mode) && !isNull && !(path == "-" && isatty(STDIN_FILENO) != 0);
 }
 
 class Finder {
@@ -41,7 +43,7 @@ class Finder {
             Fail(input, std::strerror(errno));
         } else if (S_ISDIR(status.st_mode)) {
             AddFolder(input);
-        } else if (IsEndless(input, status.st_mode)) {
+        } else if (IsEndless(input, status)) {
             Fail(input, "is a device");
         } else {
             AddFile(input, status);

@@ -50,7 +50,7 @@ std::string HelpText() {
     }
     help += "\nExit codes:\n";
     for (const ExitCode& code : kExitCodes) {
-        AppendWrapped("  " + std::to_string(code.code), code.meaning, help);
+        AppendWrapped(std::string("  ").append(code.code), code.meaning, help);
     }
     return help;
 }

@@ -54,7 +54,7 @@ std::string ManPage() {
     }
     page += ".SH EXIT STATUS\n";
     for (const ExitCode& code : kExitCodes) {
-        page += ".TP\n" + Bold(std::to_string(code.code)) + '\n' + Line(code.meaning);
+        page += ".TP\n" + Bold(code.code) + '\n' + Line(code.meaning);
     }
     return page;
 }

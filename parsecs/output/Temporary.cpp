@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP};
+constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 // What the handler of signals sees: a path, or null.
 std::array<std::atomic<const char*>, 8> removed;

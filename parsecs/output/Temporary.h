@@ -4,8 +4,8 @@
 
 #include <string>
 
-/// From now on SIGINT, SIGTERM and SIGHUP remove all temporary files before they end the program.
-/// Those that are ignored stay so.
+/// From now on SIGINT, SIGTERM, SIGHUP and SIGQUIT remove all temporary files before they end the
+/// program. Those that are ignored stay so.
 void RemoveTemporariesOnSignals();
 
 /// In a process that was forked: signals end it as they do by default, and remove nothing.

@@ -12,7 +12,9 @@ namespace {
 constexpr std::chrono::milliseconds kPause(200);
 
 bool GoesToTerminal(const Options& options) {
-    return options.output.empty() && options.folder.empty() && isatty(STDOUT_FILENO) != 0;
+    const bool elsewhere = !(options.output + options.folder + options.formFile).empty() &&
+                           options.formFile != "/dev/stdout";
+    return !elsewhere && isatty(STDOUT_FILENO) != 0;
 }
 
 }  // namespace
