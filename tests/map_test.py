@@ -167,6 +167,8 @@ class MapTest(unittest.TestCase):
         self.wait_for("▤ samples")
         browser.call("/back", {})
         self.wait_for("≡ Inventory.cs")
+        browser.open(self.make(SAMPLES) + "#at=Inventory.cs&colour=constructor&row=-1&box=999999")
+        self.assertEqual(browser.text("#name"), "≡ Inventory.cs")
         browser.click("#trail li:first-child a")
         self.wait_for("▤ samples")
 
@@ -184,6 +186,13 @@ class MapTest(unittest.TestCase):
         browser.press("End")
         chosen = browser.run("return document.querySelector('#boxes [aria-selected=true] .text').textContent")
         self.assertEqual(chosen, browser.text("#text"))
+
+    def test_expressions_that_match_line_feeds_stay_in_their_texts(self):
+        lines = "".join(f"v{i} = {i};" for i in range(20_000))
+        self.browser.open(self.make(self.source("lines.cs", lines.encode())))
+        self.assertEqual(self.find("[^;]*#", True), "0 hits")
+        self.assertLess(float(self.browser.value("document.documentElement.dataset.searched")), 2000)
+        self.assertEqual(self.find("v[^ ]*7 = 19997$", True), "1 hit")
 
     def test_names_and_roles(self):
         self.browser.open(self.make(SAMPLES) + "#find=a")

@@ -28,7 +28,7 @@ function stateOf(tree, address) {
   return {
     root: box >= 0 ? box : at,
     chosen: within("row"),
-    colour: colour in STEPS ? colour : "kind",
+    colour: Object.hasOwn(STEPS, colour) ? colour : "kind",
     query: place.get("find") ?? "",
     regex: place.get("regex") === "1",
   };

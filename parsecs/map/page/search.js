@@ -1,5 +1,8 @@
 // Searching names and texts, for words or a regular expression.
 
+/** Whether an expression may match a line feed, with which each text ends. */
+const MAY_REACH_OVER = /\[\^|\\[^bBdw.*+?()[\]{}|^$/\\-]|\(\?[a-z]/;
+
 /** Throws a SyntaxError for an expression that is none. Letters in upper case are meant so. */
 class Query {
   constructor(text, isRegex) {
@@ -13,6 +16,8 @@ class Query {
 
   /** A function from a place to that of the next candidate, -1 if there is none. */
   searcher(joined, lower) {
+    // Tried on each text alone: over all of them, from each of them, it could take minutes.
+    if (this.isRegex && MAY_REACH_OVER.test(this.regex.source)) return (from) => from;
     const longest = this.words.reduce((a, b) => (b.length > a.length ? b : a), "");
     if (!this.isRegex && (this.exact || lower !== null)) {
       const [text, word] = this.exact ? [joined, longest] : [lower, longest.toLowerCase()];
