@@ -22,6 +22,7 @@ struct FileOutcome {
         Whole,
         StoppedEarly,  ///< At braces that do not match, in `line`.
         GivenUp,       ///< At a closing directive without its beginning: there is nothing of it.
+        Unchanged,     ///< The form has what it would make: the file was not parsed.
     };
     Kind kind = Kind::Whole;
     std::int32_t line = 0;  ///< Where it stopped, from 1; 0 when it did not.

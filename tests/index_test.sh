@@ -64,6 +64,7 @@ touch shop/Money.cs
 printf 'a;\n}\nc;' >shop/early.cs
 "$parsecs" --db shop.db ./shop/ shop/types.cs 2>err
 grep -q 'early.cs:3: stopped early' err || fail "update: $(cat err)"
+grep -q '4 files parsed, .* 1 unchanged$' err || fail "a touched file counts: $(cat err)"
 same_as_anew "update"
 [ "$(ask shop.db "SELECT first FROM file WHERE path = 'shop/Money.cs'")" = "$before" ] ||
     fail "a touched file's rows were made anew"
@@ -128,6 +129,7 @@ cp shop.db format.db && sqlite3 format.db "PRAGMA user_version = 99"
 head -c 30000 shop.db >short.db
 cp shop.db torn.db && head -c 8192 /dev/urandom | dd of=torn.db bs=8192 seek=1 conv=notrunc status=none
 : >shop/new.cs
+ln -s loop loop
 while IFS='|' read -r code file arguments message; do
     cp -p "$file" before 2>/dev/null
     (cd "${folder:?}" && eval "\"$parsecs\" --db $file $arguments") 2>err
@@ -142,9 +144,18 @@ done <<'TABLE'
 3|other.db|shop|other.db: is a database of another program, and is left as it is
 3|format.db|shop|format.db: has format 99 and not 1: delete it, and it will be built anew
 3|shop|shop|shop: is no file
+3|loop|shop|loop: Too many levels of symbolic links
 3|no/such.db|shop|no/such.db: No such file or directory
 2|shop.db|shop -o x|--db FILE tells the place: leave out -o and --into
 TABLE
 (cd shop && "$parsecs" --db ../shop.db . 2>../err)
 grep -q 'was made in the folder .*: run there, or delete it' err || fail "elsewhere: $(cat err)"
+# Names that the library would take for no files, and a link to what is not there yet.
+ln -s behind.db link
+for name in :memory: 'file:x?mode=memory' link; do
+    "$parsecs" --db "$name" shop 2>/dev/null
+    "$parsecs" --db "$name" shop 2>err
+    grep -q ' 5 unchanged' err || fail "$name: $(cat err)"
+done
+[ -L link ] && [ -f behind.db ] || fail "a link was replaced"
 exit $((failures > 0))

@@ -12,7 +12,9 @@ constexpr int kPatience = 30'000;  // milliseconds
 }  // namespace
 
 Database::Database(const std::string& path, std::string name) : name_(std::move(name)) {
-    if (sqlite3_open(path.c_str(), &connection_) != SQLITE_OK) {
+    // By themselves ":memory:" and "file:x" are no files to the library.
+    const std::string file = path.starts_with('/') ? path : std::string("./").append(path);
+    if (sqlite3_open(file.c_str(), &connection_) != SQLITE_OK) {
         const DatabaseError error(name_, sqlite3_errmsg(connection_));
         sqlite3_close(connection_);
         throw error;

@@ -11,6 +11,7 @@
 
 #include "parsecs/index/Bases.h"
 #include "parsecs/index/Sql.h"
+#include "parsecs/output/OutputFile.h"
 #include "parsecs/rows/Outcome.h"
 #include "parsecs/rows/RowCodec.h"
 
@@ -67,6 +68,7 @@ IndexForm::IndexForm(std::string path, const std::vector<std::string>& inputs)
     for (const std::string& input : inputs) inputs_.insert(NormalPath(input));
     std::error_code error;
     const fs::file_status old = fs::status(path_, error);
+    if (old.type() == fs::file_type::none) throw DatabaseError(path_, error.message());
     if (fs::exists(old) && !fs::is_regular_file(old)) throw DatabaseError(path_, "is no file");
     const bool anew = !fs::exists(old) || fs::file_size(path_, error) == 0;
     anew ? StartAnew() : StartUpdate();
@@ -77,7 +79,7 @@ IndexForm::~IndexForm() = default;
 
 void IndexForm::StartAnew() {
     try {
-        building_.emplace(fs::weakly_canonical(path_).string());
+        building_.emplace(TargetOf(path_));
     } catch (const std::system_error& error) {
         throw DatabaseError(path_, error.code().message());
     }
@@ -153,7 +155,7 @@ FileOutcome IndexForm::Make(ReadSource source, std::string& made) const {
     const auto known = files_.find(NormalPath(source.path));
     if (known != files_.end() && known->second.whole && known->second.hash == hash) {
         EncodeUnchanged(hash, made);
-        return {};
+        return {FileOutcome::Kind::Unchanged, 0};
     }
     const ParsedFile file(std::move(source.path), std::move(source.text));
     const FileOutcome outcome = OutcomeOf(file);
@@ -269,11 +271,12 @@ void IndexForm::PutMeta() {
 }
 
 void IndexForm::TakePlace() {
-    // What a run that was killed left beside a database deleted since would be taken for this
-    // one's.
-    for (const char* const rest : {"-journal", "-wal"}) unlink((path_ + rest).c_str());
     if (fsync(building_->descriptor()) != 0) throw DatabaseError(path_, std::strerror(errno));
     try {
+        // What a run that was killed left beside a database deleted since would be taken for this
+        // one's.
+        const std::string target = TargetOf(path_);
+        for (const char* const rest : {"-journal", "-wal"}) unlink((target + rest).c_str());
         building_->TakePlace();
     } catch (const std::system_error& error) {
         throw DatabaseError(path_, error.code().message());

@@ -22,15 +22,6 @@ bool IsLink(const fs::path& path) {
     return type == fs::file_type::symlink;
 }
 
-// What the links of the path lead to, which need not exist.
-std::string Target(fs::path path) {
-    constexpr int kMostLinks = 40;
-    for (int links = 0; links < kMostLinks && IsLink(path); ++links) {
-        path = path.parent_path() / fs::read_symlink(path);
-    }
-    return path.string();
-}
-
 bool IsStandardOutput(const struct stat& status) {
     struct stat standard {};
     return fstat(STDOUT_FILENO, &standard) == 0 && standard.st_dev == status.st_dev &&
@@ -38,6 +29,15 @@ bool IsStandardOutput(const struct stat& status) {
 }
 
 }  // namespace
+
+std::string TargetOf(const std::string& path) {
+    constexpr int kMostLinks = 40;
+    fs::path target = path;
+    for (int links = 0; links < kMostLinks && IsLink(target); ++links) {
+        target = target.parent_path() / fs::read_symlink(target);
+    }
+    return target.string();
+}
 
 OutputFile::OutputFile(const std::string& path)
     : name_(path.empty() ? "standard output" : path), descriptor_(STDOUT_FILENO) {
@@ -53,12 +53,12 @@ void OutputFile::Open(const std::string& path) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0) {
         if (errno != ENOENT) Fail(errno);
-        return OpenFile(Target(path));
+        return OpenFile(TargetOf(path));
     }
     if (IsStandardOutput(status)) return;
     if (S_ISDIR(status.st_mode)) Fail(EISDIR);
     if (access(path.c_str(), W_OK) != 0) Fail(errno);
-    if (S_ISREG(status.st_mode)) return OpenFile(Target(path));
+    if (S_ISREG(status.st_mode)) return OpenFile(TargetOf(path));
     descriptor_ = open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
     if (descriptor_ < 0) Fail(errno);
 }

@@ -34,6 +34,9 @@ class OutputFile {
     int descriptor_ = -1;
 };
 
+/// What the links of a path lead to, which need not exist. Throws std::system_error.
+std::string TargetOf(const std::string& path);
+
 /// Sees to it that descriptors 0 to 2 are open, if only to fail when they are used: a file that got
 /// one of their numbers would be taken for them. Writing where nobody reads, or beyond a limit,
 /// fails and no longer ends the program.

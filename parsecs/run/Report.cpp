@@ -21,6 +21,7 @@ void Report::Note(const std::string& path, const Reply& reply) {
         Say(path + ": given up: " + (made ? "it closes more sections than it opens" : reply.text));
         return;
     }
+    if (reply.outcome.kind == FileOutcome::Kind::Unchanged) return NoteUnchanged();
     ++done_;
     if (reply.outcome.kind != FileOutcome::Kind::StoppedEarly) return;
     ++stoppedEarly_;
