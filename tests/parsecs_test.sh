@@ -10,7 +10,7 @@ mkdir -p src/sub
 echo 'a; b' >src/a.cs
 echo "char c = 'x';" >src/sub/b.cs
 printf 'a;\r\nb;\r\n}\r\nc;' >early.cs
-cp "$here/cases/abandoned.cs" given-up.cs
+cp "$here/cases/abandoned.cs" given..up.cs
 ln -s .. src/sub/loop
 ln -s nowhere src/gone.cs
 ln -s /dev/zero src/zero.cs
@@ -57,13 +57,13 @@ done <<TABLE
 0|--html - src/a.cs||^<!doctype html>
 0|-o linked src/a.cs||
 0|-o $name src/a.cs && mv $name result||"contents": "a"
-1|given-up.cs|given-up.cs: given up: .*|
+1|given..up.cs|given..up.cs: given up: .*|
 1|missing.cs|missing.cs: No such file or directory|
 1|/dev/zero|/dev/zero: is a device|
 1|/proc/self/mem|/proc/self/mem: Input/output error|
 1|-o kept missing.cs|missing.cs: No such file or directory|
 1|--html kept missing.cs|missing.cs: No such file or directory|
-1|--jsonl -o kept missing.cs given-up.cs|missing.cs: .*parsecs: 0 files parsed, .*|
+1|--jsonl -o kept missing.cs given..up.cs|missing.cs: .*parsecs: 0 files parsed, .*|
 1|\$'a\\e.cs'|a\?.cs: No such file or directory|
 2||nothing to parse: .*|
 2|--strict --outline src/a.cs|--outline and --strict are two forms: use one|
@@ -98,7 +98,7 @@ TABLE
 [ "$(head -c 1 private) $(stat -c %a private)" = "[ 600" ] && [ -L linked ] || fail "a link's target"
 
 # What a folder stands for, and where its outputs go.
-"$parsecs" -j2 --jsonl src early.cs src/../src/a.cs ./early.cs given-up.cs >stdout 2>err
+"$parsecs" -j2 --jsonl src early.cs src/../src/a.cs ./early.cs given..up.cs ./given..up.cs >stdout 2>err
 [ "$? $(grep -c '^{"format"' stdout) $(grep -o '^{"file":.*,"id":0,' stdout | cut -d'"' -f4 | xargs -d'\n')" = \
     '1 1 src/a\ src/a.cs src/sub/b.cs early.cs src/../src/a.cs' ] || fail "$(head stdout)"
 [ "$(tail -n 1 err)" = "parsecs: 5 files parsed, 1 of them stopped early, 1 could not be read, 1 given up" ] &&

@@ -61,11 +61,11 @@ class Finder {
         found_.failures.push_back({path, reason});
     }
 
-    // A name with ".." may lead anywhere by way of links, and stays as it is.
+    // A path with a ".." may lead anywhere by way of links, and stays as it is.
     void AddFile(const std::string& path, const struct stat& status) {
-        const bool plain = path.find("..") == std::string::npos;
-        if (!known_.insert(plain ? fs::path(path).lexically_normal().string() : path).second)
-            return;
+        const fs::path name(path);
+        const bool plain = std::find(name.begin(), name.end(), "..") == name.end();
+        if (!known_.insert(plain ? name.lexically_normal().string() : path).second) return;
         found_.identities.insert(IdentityOf(status));
         found_.files.push_back(
             {path, static_cast<std::uint64_t>(status.st_size), Nanoseconds(status)});

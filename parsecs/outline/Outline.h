@@ -12,5 +12,6 @@ struct OutlineStyle {
 };
 
 /// Appends one line a row: the source's line, the kind, and the text; the first row shows the
-/// file's path. White space and control bytes are single blanks.
+/// file's path. White space and control bytes are single blanks. Below the twentieth level lines
+/// are indented no further.
 void AppendOutline(const ParsedFile& file, OutlineStyle style, std::string& out);

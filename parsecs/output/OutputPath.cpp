@@ -1,5 +1,6 @@
 #include "parsecs/output/OutputPath.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "parsecs/command/Options.h"
@@ -15,7 +16,8 @@ fs::path FromHere(const fs::path& input) {
     std::error_code error;
     const fs::path here = fs::current_path();
     fs::path path = (here / input).lexically_normal().lexically_relative(here);
-    if (!LeadsOut(path) && input.native().find("..") == std::string::npos) return path;
+    const bool plain = std::find(input.begin(), input.end(), "..") == input.end();
+    if (!LeadsOut(path) && plain) return path;
     path = fs::canonical((here / input).parent_path(), error) / input.filename();
     return error ? fs::path() : path.lexically_relative(here);
 }
