@@ -175,6 +175,7 @@ class MapTest(unittest.TestCase):
     def test_keyboard_alone(self):
         browser = self.browser
         browser.open(self.make(SAMPLES))
+        browser.run("document.getElementById('regex').focus()")
         browser.press("/", "Recount", "Enter", "Down", "Enter")
         self.assertEqual(browser.value("document.activeElement.id"), "hits")
         self.assertIn("Recount", browser.text("#text"))

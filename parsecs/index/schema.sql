@@ -26,7 +26,8 @@ CREATE TABLE file (
     last     INTEGER NOT NULL  -- its last node
 );
 
--- Small numbers take less room: a tenth of the database is spared by what is computed when asked.
+-- up, below and more are small and take little room. The last three columns, which questions ask for,
+-- are computed from them and stored nowhere: that spares a tenth of the database.
 CREATE TABLE node (
     id       INTEGER PRIMARY KEY,
     file     INTEGER NOT NULL, -- file.id

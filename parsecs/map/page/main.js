@@ -129,7 +129,7 @@ class Page {
   }
 
   onKey(event) {
-    const typing = event.target.matches("input, select");
+    const typing = event.target.matches("input[type=search], select");
     if (event.key === "Escape" && !typing) this.back();
     else if (event.key === "/" && !typing) byId("query").focus();
     else return;
