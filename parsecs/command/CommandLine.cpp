@@ -42,7 +42,8 @@ std::string Suggestion(std::string_view name) {
 void CheckChoice(const Option& option, const std::string& value) {
     if (option.argument.find('|') == std::string_view::npos) return;
     const std::string choices = "|" + std::string(option.argument) + "|";
-    if (choices.find("|" + value + "|") != std::string::npos) return;
+    const bool one = value.find('|') == std::string::npos;
+    if (one && choices.find("|" + value + "|") != std::string::npos) return;
     throw UsageError(
         std::string("--").append(option.name).append(" takes ").append(option.argument) + ", not " +
         value);
