@@ -28,6 +28,13 @@ ln -s "$PWD/private" linked
 echo old >private
 chmod 600 private
 name=$(printf 'n%.0s' {1..250})
+mkdir -p links empty "src/folder.cs"
+ln -s b links/a
+ln -s ../result links/b
+ln -s ../src/sub links/sub
+echo 'dash;' | tee ./- >./-x
+echo - >dashes
+echo 'not taken;' >src/a.cs.orig
 failures=0
 fail() { echo "FAILED: $*" && failures=$((failures + 1)); }
 
@@ -56,6 +63,17 @@ done <<TABLE
 0|--version||^parsecs [0-9]
 0|--html - src/a.cs||^<!doctype html>
 0|-o linked src/a.cs||
+0|-o links/a --outline src/a.cs||line  a$
+0|-o - --outline -- -x||line  dash$
+0|--outline --files-from dashes </dev/null||line  dash$
+0|--into fresh --outline src/a.cs && mv fresh/src/a.cs.txt result|1 file parsed|line  a$
+0|--into fresh --jsonl src/a.cs && mv fresh/src/a.cs.jsonl result|1 file parsed|^{"format"
+0|--into fresh --jsonl links/sub/../a.cs && mv fresh/src/a.cs.jsonl result|1 file parsed|links/sub
+0|--into unused empty && test -d unused|0 files parsed|
+0|--jsonl -o result empty|0 files parsed|^{"format"
+0|--outline src/a.cs -o result <&- 2>&-||^ *1  *line  a$
+1|--jsonl -o result missing.cs src/a.cs|missing.cs: .*: 1 file parsed, 1 could not be read|"id":2
+1|--jsonl src missing.cs|src/gone.cs: .*missing.cs: .*: 3 files parsed, 2 could not be read|"id":2
 0|-o $name src/a.cs && mv $name result||"contents": "a"
 1|given..up.cs|given..up.cs: given up: .*|
 1|missing.cs|missing.cs: No such file or directory|
@@ -64,7 +82,7 @@ done <<TABLE
 1|-o kept missing.cs|missing.cs: No such file or directory|
 1|--html kept missing.cs|missing.cs: No such file or directory|
 1|--jsonl -o kept missing.cs given..up.cs|missing.cs: .*parsecs: 0 files parsed, .*|
-1|\$'a\\e.cs'|a\?.cs: No such file or directory|
+1|\$'a\\e\\x7F.cs'|a\?\?.cs: No such file or directory|
 2||nothing to parse: .*|
 2|--strict --outline src/a.cs|--outline and --strict are two forms: use one|
 2|--otline|no option --otline: did you mean --outline\?|
@@ -78,6 +96,8 @@ done <<TABLE
 2|--files-from - --jsonl -|standard input cannot be both .*|
 2|src|src is a folder: .*: use --into DIR .*, or --jsonl|
 2|--strict -o kept src/a.cs src/sub/b.cs|several files .*: use --into DIR .*|
+2|--strict --files-from list src/a.cs|a list of files would make .*|
+2|-o new/ src/a.cs|-o new/ is a folder: use --into new/|
 2|-o src src/a.cs|-o src is a folder: use --into src|
 2|-o kept --into out src/a.cs|-o and --into are two places: use one|
 2|--into kept src/a.cs|--into kept is no folder: use -o FILE .*|
@@ -113,6 +133,19 @@ echo 'a;' >early.cs.json
 "$parsecs" --into . early.cs.json early.cs 2>err
 [ "$? $(cat early.cs.json)" = "2 a;" ] || fail "an output replaced an input"
 
+# Standard output has what was there before, and closed descriptors are nobody's.
+{ echo before && "$parsecs" --outline -o /dev/stdout src/a.cs; } >stdout
+[ "$(head -n 1 stdout) $(wc -l <stdout)" = "before 5" ] || fail "-o /dev/stdout: $(cat stdout)"
+"$parsecs" early.cs >stdout 2>err
+"$parsecs" -o closed early.cs <&- 2>&-
+cmp stdout closed || fail "closed descriptors"
+
+# Who ignores a signal goes on ignoring it.
+mkfifo awaited.cs
+(trap '' HUP && exec "$parsecs" --outline awaited.cs >stdout) &
+exec 9>awaited.cs # waits until it is being read
+kill -HUP $! && echo 'a;' >&9 && exec 9>&- && wait $! || fail "nohup: exit code $?"
+
 # What terminals show, and what pipes do.
 "$parsecs" --jsonl long.cs 2>err | head -n 1 >stdout
 [ "${PIPESTATUS[0]} $(cat err)" = "141 " ] || fail "closed pipe: $(cat err)"
@@ -120,6 +153,10 @@ terminal() { script -qec "stty cols 28 && $*" /dev/null </dev/null; }
 terminal "NO_COLOR=1 $parsecs --outline src/sub/b.cs" | grep -q $'^     1      line  char c \.\.\.\r$' ||
     fail "outline cut to a terminal"
 terminal "$parsecs --outline src/sub/b.cs" | grep -q $'\x1B\\[36mline' || fail "colour"
+terminal "NO_COLOR= $parsecs --outline src/a.cs" | grep -q $'\x1B' || fail "an empty NO_COLOR"
+terminal "$parsecs --outline --color never src/a.cs" | grep -q $'\x1B' && fail "colour never"
+terminal "$parsecs --outline -o plain src/sub/b.cs; $parsecs --outline --into plains src/sub/b.cs" >stdout
+grep -q "line  char c = 'x'$" plain && cmp plain plains/src/sub/b.cs.txt || fail "a file like a terminal"
 mkfifo slow.cs
 for place in "--into out" "--html page.html"; do
     { sleep 0.4 && echo 'a;'; } >slow.cs &
@@ -130,6 +167,9 @@ done
 "$parsecs" --help | awk 'length > 80 { exit 1 }' || fail "help is too wide"
 "$parsecs" --completion bash >completion
 complete=$(. ./completion && COMP_WORDS=(parsecs --color = a) COMP_CWORD=3 && _parsecs && echo "${COMPREPLY[*]}" &&
-    COMP_WORDS=(parsecs --ou) COMP_CWORD=1 && _parsecs && echo "${COMPREPLY[*]}")
-[ "$complete" = $'auto always\n--outline --output' ] || fail "completion: $complete"
+    COMP_WORDS=(parsecs --ou) COMP_CWORD=1 && _parsecs && echo "${COMPREPLY[*]}" &&
+    COMP_WORDS=(parsecs -o lo) COMP_CWORD=2 && _parsecs && echo "${COMPREPLY[*]}" &&
+    COMP_WORDS=(parsecs --into l) COMP_CWORD=2 && _parsecs && echo "${COMPREPLY[*]}")
+[ "$complete" = $'auto always\n--outline --output\nlong.cs\nlinks' ] || fail "completion: $complete"
+[ -z "$(find . -name '.parsecs-*')" ] || fail "temporary files are left"
 exit $((failures > 0))
