@@ -175,6 +175,8 @@ TEST(Outline, FitsAndIndents) {
         "\x1B[2m     1  \x1B[0m\x1B[36mfilepath\x1B[0m  \xC3\xA4\xC3\xA4...\n"
         "\x1B[2m     1    \x1B[0m\x1B[36mnamespace\x1B[0m  na...\n";
     EXPECT_EQ(Outlined({.width = 26, .colour = true}).substr(0, first.size()), first);
+    const std::string exact = "     1  filepath  \xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\n";
+    EXPECT_EQ(Outlined({.width = 28}).substr(0, exact.size()), exact);
 }
 
 }  // namespace
