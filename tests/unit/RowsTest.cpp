@@ -157,12 +157,12 @@ TEST(JsonLines, AreTheSameForEveryFile) {
     EXPECT_EQ(Lines("", ";#endif\n;#endif\n"), "");
 }
 
-std::string Outlined(OutlineStyle style) {
+constexpr const char* kLetters = "\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4";
+
+std::string Outlined(OutlineStyle style, const char* path = kLetters) {
     const QuietStdout quiet;
     std::string text;
-    AppendOutline(
-        {"\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4", "\n" + std::string(30, '{') + "a =\n b;"},
-        style, text);
+    AppendOutline({path, "\n" + std::string(30, '{') + "a =\n b;"}, style, text);
     return text;
 }
 
@@ -170,12 +170,15 @@ TEST(Outline, FitsAndIndents) {
     const std::string all = Outlined({});
     EXPECT_NE(all.find("\n     1    namespace  namespace global\n     2      define  \n"),
               std::string::npos);
-    EXPECT_NE(all.find("\n     2" + std::string(42, ' ') + "line  a = b\n"), std::string::npos);
+    const std::string deepest = std::string("\n     2").append(42, ' ').append("line  a = b\n");
+    EXPECT_NE(all.find(deepest), std::string::npos);
     const std::string first =
         "\x1B[2m     1  \x1B[0m\x1B[36mfilepath\x1B[0m  \xC3\xA4\xC3\xA4...\n"
         "\x1B[2m     1    \x1B[0m\x1B[36mnamespace\x1B[0m  na...\n";
     EXPECT_EQ(Outlined({.width = 26, .colour = true}).substr(0, first.size()), first);
-    const std::string exact = "     1  filepath  \xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\n";
+    const std::string blanks = Outlined({}, "a\x7F\r\n b\x01");
+    EXPECT_TRUE(blanks.substr(0, blanks.find('\n')).ends_with("  a b ")) << blanks;
+    const std::string exact = std::string("     1  filepath  ").append(kLetters).append("\n");
     EXPECT_EQ(Outlined({.width = 28}).substr(0, exact.size()), exact);
 }
 
