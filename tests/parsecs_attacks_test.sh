@@ -8,6 +8,7 @@ ln -s "$1" parsecs
 parsecs=$PWD/parsecs
 # What the sanitizers look for at the end cannot be found by a process that is traced.
 export ASAN_OPTIONS=detect_leaks=0
+ulimit -n 64 # a descriptor for each of many files would be noticed
 failures=0
 fail() { echo "FAILED: $*" && failures=$((failures + 1)); }
 

@@ -34,6 +34,9 @@ ln -s ../result links/b
 ln -s ../src/sub links/sub
 echo 'dash;' | tee ./- >./-x
 echo - >dashes
+echo 'cr;' | tee $'cr\r' >cr
+printf 'cr\r\0' >cr0
+ln -s round round
 echo 'not taken;' >src/a.cs.orig
 failures=0
 fail() { echo "FAILED: $*" && failures=$((failures + 1)); }
@@ -66,6 +69,7 @@ done <<TABLE
 0|-o links/a --outline src/a.cs||line  a$
 0|-o - --outline -- -x||line  dash$
 0|--outline --files-from dashes </dev/null||line  dash$
+0|-0 --jsonl --files-from cr0||^{"file":"cr.u000d","id":0,
 0|--into fresh --outline src/a.cs && mv fresh/src/a.cs.txt result|1 file parsed|line  a$
 0|--into fresh --jsonl src/a.cs && mv fresh/src/a.cs.jsonl result|1 file parsed|^{"format"
 0|--into fresh --jsonl links/sub/../a.cs && mv fresh/src/a.cs.jsonl result|1 file parsed|links/sub
@@ -97,6 +101,7 @@ done <<TABLE
 2|src|src is a folder: .*: use --into DIR .*, or --jsonl|
 2|--strict -o kept src/a.cs src/sub/b.cs|several files .*: use --into DIR .*|
 2|--strict --files-from list src/a.cs|a list of files would make .*|
+2|--db new --into out src/a.cs|--db FILE tells the place: .*|
 2|-o new/ src/a.cs|-o new/ is a folder: use --into new/|
 2|-o src src/a.cs|-o src is a folder: use --into src|
 2|-o kept --into out src/a.cs|-o and --into are two places: use one|
@@ -112,7 +117,8 @@ done <<TABLE
 3|--html /dev/full src/a.cs|/dev/full: No space left on device|
 3|-o /dev/full src/a.cs|/dev/full: No space left on device|
 3|-o kept/x src/a.cs|kept/x: Not a directory|
-3|--into sealed src/a.cs early.cs|sealed/src: Not a directory.*sealed/early.cs.json: .*parsecs: 0 files.*|
+3|-o round src/a.cs|round: Too many levels of symbolic links|
+3|--into sealed src/a.cs early.cs|sealed/src: Not a directory.*sealed/early.cs.json: .*parsecs: 0 files parsed, 2 could not be written|
 TABLE
 [ "$(cat kept)" = kept ] || fail "an output file was destroyed"
 [ "$(head -c 1 private) $(stat -c %a private)" = "[ 600" ] && [ -L linked ] || fail "a link's target"
@@ -168,8 +174,9 @@ done
 "$parsecs" --completion bash >completion
 complete=$(. ./completion && COMP_WORDS=(parsecs --color = a) COMP_CWORD=3 && _parsecs && echo "${COMPREPLY[*]}" &&
     COMP_WORDS=(parsecs --ou) COMP_CWORD=1 && _parsecs && echo "${COMPREPLY[*]}" &&
+    COMP_WORDS=(parsecs --color =) COMP_CWORD=2 && _parsecs && echo "${COMPREPLY[*]}" &&
     COMP_WORDS=(parsecs -o lo) COMP_CWORD=2 && _parsecs && echo "${COMPREPLY[*]}" &&
     COMP_WORDS=(parsecs --into l) COMP_CWORD=2 && _parsecs && echo "${COMPREPLY[*]}")
-[ "$complete" = $'auto always\n--outline --output\nlong.cs\nlinks' ] || fail "completion: $complete"
+[ "$complete" = $'auto always\n--outline --output\nauto always never\nlong.cs\nlinks' ] || fail "completion: $complete"
 [ -z "$(find . -name '.parsecs-*')" ] || fail "temporary files are left"
 exit $((failures > 0))

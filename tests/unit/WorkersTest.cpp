@@ -108,18 +108,32 @@ TEST(WorkerProcess, StartsAnewBehindTheFileItDiedOf) {
 }
 
 // What becomes of a file is told by its time.
-enum Fate : std::int64_t { kFine, kNoMemory, kDeath, kStopped };
+enum Fate : std::int64_t { kFine, kNoMemory, kDeath, kStopped, kLarge, kAwaited };
 
 struct FatefulForm : Form {
+    FatefulForm() { EXPECT_EQ(pipe(ends_), 0); }
+    ~FatefulForm() override {
+        close(ends_[0]);
+        close(ends_[1]);
+    }
+    // Lets an awaited file be made.
+    void LetGo() const { EXPECT_EQ(write(ends_[1], "x", 1), 1); }
+
     FileOutcome Make(ReadSource source, std::string& made) const override {
         made += "made";
         if (source.modified == kNoMemory) throw std::bad_alloc();
         if (source.modified == kDeath) raise(SIGKILL);
+        if (source.modified == kLarge) made.append(64U << 20U, 'x');
+        char byte = 0;
+        if (source.modified == kAwaited && read(ends_[0], &byte, 1) != 1) _exit(1);
         if (source.modified == kStopped) return {FileOutcome::Kind::StoppedEarly, 7};
         return {};
     }
     void Take(const FoundFile& /*file*/, std::string_view /*made*/) override {}
     void Finish(bool /*complete*/) override {}
+
+  private:
+    int ends_[2];
 };
 
 TEST(Workers, LoseOnlyTheFilesThatFail) {
@@ -154,6 +168,23 @@ TEST(Workers, LoseOnlyTheFilesThatFail) {
             EXPECT_EQ(reply.text, rows[file].text) << file;
         }
     }
+}
+
+TEST(Workers, HoldOnlySoMuchAndStillGoOn) {
+    const FatefulForm form;
+    const std::vector<FoundFile> files{{"/dev/null", 0, kAwaited}, {"/dev/null", 0, kLarge}};
+    Workers workers(2, form, files, false);
+    workers.Order(0);
+    workers.Order(1);
+    EXPECT_TRUE(workers.HasRoom());
+    while (!workers.IsDone(1)) workers.Wait(0);
+    EXPECT_FALSE(workers.HasRoom());
+    form.LetGo();
+    while (!workers.IsDone(0)) workers.Wait(0);
+    EXPECT_EQ(workers.Take(0).text, "made");
+    EXPECT_FALSE(workers.HasRoom());
+    EXPECT_GT(workers.Take(1).text.size(), 64U << 20U);
+    EXPECT_TRUE(workers.HasRoom());
 }
 
 }  // namespace
