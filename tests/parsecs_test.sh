@@ -36,7 +36,6 @@ echo 'dash;' | tee ./- >./-x
 echo - >dashes
 echo 'cr;' | tee $'cr\r' >cr
 printf 'cr\r\0' >cr0
-ln -s round round
 echo 'not taken;' >src/a.cs.orig
 failures=0
 fail() { echo "FAILED: $*" && failures=$((failures + 1)); }
@@ -117,7 +116,6 @@ done <<TABLE
 3|--html /dev/full src/a.cs|/dev/full: No space left on device|
 3|-o /dev/full src/a.cs|/dev/full: No space left on device|
 3|-o kept/x src/a.cs|kept/x: Not a directory|
-3|-o round src/a.cs|round: Too many levels of symbolic links|
 3|--into sealed src/a.cs early.cs|sealed/src: Not a directory.*sealed/early.cs.json: .*parsecs: 0 files parsed, 2 could not be written|
 TABLE
 [ "$(cat kept)" = kept ] || fail "an output file was destroyed"
@@ -130,7 +128,7 @@ TABLE
 [ "$(tail -n 1 err)" = "parsecs: 5 files parsed, 1 of them stopped early, 1 could not be read, 1 given up" ] &&
     grep -q '^parsecs: src/gone.cs: No such file' err || fail "counts: $(cat err)"
 umask 027
-"$parsecs" --into out src/sub "$PWD/src/a.cs" "../${PWD##*/}/deep.cs" ./early.cs 2>err || fail "$(cat err)"
+"$parsecs" --into out ./early.cs src/sub "$PWD/src/a.cs" "../${PWD##*/}/deep.cs" 2>err || fail "$(cat err)"
 [ "$(cd out && find . -type f | sort | xargs)" = \
     "./deep.cs.json ./early.cs.json ./src/a.cs.json ./src/sub/b.cs.json" ] || fail "$(find out)"
 [ "$(stat -c %a out/early.cs.json)" = 640 ] || fail "the mode of a new file: $(ls -l out)"
