@@ -1,6 +1,9 @@
 // Six predicates on the text of one statement or block header. They are heuristics that overlap,
 // and have no ranking: each caller evaluates them in an order of its own. None allocates; each is
 // linear in its text. Comparisons are exact and case-sensitive; letters are ASCII letters.
+//
+// The `Detect...` functions are part of a fixed interface: product code asks `MeaningOfFirstWord`
+// and `AskParts`, which answer several of the questions at once.
 #pragma once
 
 #include <string_view>
