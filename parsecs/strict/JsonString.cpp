@@ -1,16 +1,12 @@
 #include "parsecs/strict/JsonString.h"
 
 #include "parsecs/strict/Utf8.h"
-#include "text/ByteScan.h"
+#include "text/ByteSets.h"
 
 namespace {
 
-// The first byte that may not stand in a string as it is, or begins a longer sequence.
-std::size_t FindSpecial(std::string_view text, std::size_t from) {
-    return FindWhere(text, from, [](Bytes16 bytes) {
-        return bytes.AreNotPrintable() | bytes.Is('"') | bytes.Is('\\');
-    });
-}
+// The bytes that may not stand in a string as they are, or begin a longer sequence.
+constexpr ByteSets kSpecial{~ByteSet(' ', '~') | ByteSet("\"\\")};
 
 char* Write(std::string_view text, char* out) { return out + text.copy(out, text.size()); }
 
@@ -26,7 +22,7 @@ char* WriteControl(unsigned char byte, char* out) {
 
 char* WriteJsonString(std::string_view text, char* out) {
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t special = FindSpecial(text, at);
+        const std::size_t special = Find(kSpecial, text, at);
         out = Write(text.substr(at, special - at), out);
         if (special == text.size()) break;
         const auto byte = static_cast<unsigned char>(text[special]);

@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "analysis/PartWalker.h"
-#include "text/ByteScan.h"
 #include "text/CharClass.h"
 #include "text/StringHelpers.h"
 
@@ -73,8 +72,7 @@ Mark MarkOf(std::string_view part) {
 
 // Whether the rest of a text holds any of the characters: otherwise none of its parts matters.
 bool HasAny(std::string_view rest, std::string_view characters) {
-    return FindWhere(rest, 0, [characters](Bytes16 bytes) { return bytes.IsOneOf(characters); }) <
-           rest.size();
+    return rest.find_first_of(characters) != std::string_view::npos;
 }
 
 // At least two parts before the first "(", none of them an assignment, and no "." anywhere.

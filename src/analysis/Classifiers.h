@@ -18,6 +18,8 @@ struct Declares {
     bool returned = false;
     bool function = false;
     bool variable = false;
+
+    bool operator==(const Declares&) const = default;
 };
 Declares AskParts(std::string_view text);
 

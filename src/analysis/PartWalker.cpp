@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <iterator>
 
-#include "text/ByteScan.h"
 #include "text/CharClass.h"
 
 namespace {
@@ -14,15 +12,17 @@ enum class Kind : unsigned char { Word, Space, Quote, Single, Dot, Comparison, A
 
 constexpr std::array<Kind, 256> kKinds = [] {
     std::array<Kind, 256> kinds{};
-    const auto set = [&kinds](std::string_view characters, Kind kind) {
-        for (const char c : characters) kinds[static_cast<unsigned char>(c)] = kind;
+    const auto set = [&kinds](const ByteSet& bytes, Kind kind) {
+        for (std::size_t i = 0; i < kinds.size(); ++i) {
+            if (bytes.Has(static_cast<char>(i))) kinds[i] = kind;
+        }
     };
-    set(" \t\n\v\f\r", Kind::Space);
-    set("'\"", Kind::Quote);
-    set(":();[]{},", Kind::Single);
-    set(".", Kind::Dot);
-    set("><=", Kind::Comparison);
-    set("+*%/-", Kind::Arithmetic);
+    set(PartBytes::kSpace, Kind::Space);
+    set(PartBytes::kQuote, Kind::Quote);
+    set(PartBytes::kSingle, Kind::Single);
+    set(PartBytes::kDot, Kind::Dot);
+    set(PartBytes::kComparison, Kind::Comparison);
+    set(PartBytes::kArithmetic, Kind::Arithmetic);
     return kinds;
 }();
 
@@ -54,18 +54,8 @@ std::size_t SkipOperator(std::string_view text, std::size_t at) {
     return at;
 }
 
-// Skips letters, digits and '_' 16 at a time; up to 15 may be left at the text's end.
-std::size_t SkipIdentifier(std::string_view text, std::size_t at) {
-    for (; at + Bytes16::kSize <= text.size(); at += Bytes16::kSize) {
-        const unsigned others = ~Bytes16::Load(text.data() + at).AreIdentifier().Mask() & 0xFFFF;
-        if (others != 0) return at + static_cast<unsigned>(std::countr_zero(others));
-    }
-    return at;
-}
-
 std::size_t SkipWord(std::string_view text, std::size_t at) {
     while (true) {
-        at = SkipIdentifier(text, at);
         while (at < text.size() && KindOf(text[at]) == Kind::Word) ++at;
         if (at == text.size() || text[at] != '.' || !IsAsciiDigit(text[at - 1])) return at;
         ++at;

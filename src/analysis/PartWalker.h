@@ -8,6 +8,19 @@
 #include <string_view>
 #include <vector>
 
+#include "text/ByteSet.h"
+
+/// The bytes that parts are told apart by; words are made of all others.
+namespace PartBytes {
+inline constexpr ByteSet kSpace = ByteSet('\t', '\r') | ByteSet(" ");
+inline constexpr ByteSet kQuote("'\"");
+inline constexpr ByteSet kSingle(":();[]{},");
+inline constexpr ByteSet kDot(".");
+inline constexpr ByteSet kComparison("><=");
+inline constexpr ByteSet kArithmetic("+*%/-");
+inline constexpr ByteSet kWord = ~(kSpace | kQuote | kSingle | kDot | kComparison | kArithmetic);
+}  // namespace PartBytes
+
 /// Yields the parts one after another, each a view into the text, which must outlive them. Joined
 /// they give the text without the white space outside its literals.
 ///

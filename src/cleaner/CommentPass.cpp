@@ -2,7 +2,7 @@
 #include <cassert>
 
 #include "cleaner/Cleaner.h"
-#include "text/BlockScan.h"
+#include "text/ByteSets.h"
 #include "text/RunCopy.h"
 
 namespace {
@@ -119,46 +119,38 @@ Verdict Examine(CommentState& state, const Place& at) {
     return Verdict::Copy;
 }
 
-// Bytes at which a rule does more than copy (in a comment: drop), one mask for each context. As
-// types of their own they are made only for the blocks that need them: most blocks are all code or
-// all comment.
-struct Found {
-    ByteMask bytes = 0;
-};
+// Bytes at which a rule does more than copy (in a comment: drop), for each context. In the second
+// set they count only before another of them: a 'T' alone begins no run. The other bytes may change
+// `statementStart` too; `TakeRun` does that once for a whole run.
+constexpr ByteSet kFiltered = ~(ByteSet(' ', '~') | ByteSet("\n"));
+constexpr ByteSet kInComment = kFiltered | ByteSet("\n;[");
+constexpr ByteSet kT("T");
+constexpr ByteSets kCodeStops(kFiltered | ByteSet("'\"/["), kT);
+constexpr ByteSets kLineCommentStops(kInComment, kT);
+constexpr ByteSets kBlockCommentStops(kInComment | ByteSet("/*"), kT);
+constexpr ByteSets kLiteralStops(kFiltered | ByteSet("'\"\\;["), ByteSet(""));
+constexpr ByteSets kAttributeStops(kFiltered | ByteSet("]"), kT);
 
-// Only a 'T' before another can begin a run. The block's last byte counts as one: the byte after it
-// is in the next block.
-ByteMask BeforeAnother(ByteMask ts) { return ts & (ts >> 1 | ByteMask{1} << 63); }
+const ByteSets<2>& StopsIn(const CommentState& state) {
+    if (state.attribute) return kAttributeStops;
+    switch (state.inside) {
+        case Inside::Code: return kCodeStops;
+        case Inside::LineComment: return kLineCommentStops;
+        case Inside::BlockComment: return kBlockCommentStops;
+        default: return kLiteralStops;
+    }
+}
 
-// The other bytes may change `statementStart` too; `TakeRun` does that once for a whole run.
-struct FoundInCode : Found {
-    FoundInCode() = default;
-    explicit FoundInCode(const Block64& block)
-        : Found{block.AreFiltered("'\"/[") | BeforeAnother(block.Is('T'))} {}
-};
-
-struct FoundInLineComment : Found {
-    FoundInLineComment() = default;
-    explicit FoundInLineComment(const Block64& block)
-        : Found{block.AreNotPrintable(";[") | BeforeAnother(block.Is('T'))} {}
-};
-
-struct FoundInBlockComment : Found {
-    FoundInBlockComment() = default;
-    explicit FoundInBlockComment(const Block64& block)
-        : Found{block.AreNotPrintable(";[/*") | BeforeAnother(block.Is('T'))} {}
-};
-
-struct FoundInLiteral : Found {
-    FoundInLiteral() = default;
-    explicit FoundInLiteral(const Block64& block) : Found{block.AreFiltered("'\"\\;[")} {}
-};
-
-struct FoundInAttribute : Found {
-    FoundInAttribute() = default;
-    explicit FoundInAttribute(const Block64& block)
-        : Found{block.AreFiltered("]") | BeforeAnother(block.Is('T'))} {}
-};
+// The first such byte at or after `from`, or the text's size. A block's last 'T' counts: the byte
+// after it is in the next block.
+std::size_t FindStop(const ByteSets<2>& stops, std::string_view text, std::size_t from) {
+    for (; from < text.size(); from += kBlockSize) {
+        const auto [bytes, ts] = stops.In(text, from);
+        const ByteMask found = bytes | (ts & (ts >> 1 | ByteMask{1} << (kBlockSize - 1)));
+        if (found != 0) return from + First(found);
+    }
+    return text.size();
+}
 
 class CommentPass {
   public:
@@ -173,15 +165,9 @@ class CommentPass {
     }
 
   private:
-    std::size_t NextToExamine() {
+    std::size_t NextToExamine() const {
         if (state_.unexamined || state_.semicolonSkip) return position_;
-        if (state_.attribute) return attribute_.Find(position_, &Found::bytes);
-        switch (state_.inside) {
-            case Inside::Code: return code_.Find(position_, &Found::bytes);
-            case Inside::LineComment: return lineComment_.Find(position_, &Found::bytes);
-            case Inside::BlockComment: return blockComment_.Find(position_, &Found::bytes);
-            default: return literal_.Find(position_, &Found::bytes);
-        }
+        return FindStop(StopsIn(state_), text_, position_);
     }
 
     // The fast path: takes the bytes up to `end`, none of which needs to be examined.
@@ -224,11 +210,6 @@ class CommentPass {
     }
 
     const std::string_view text_;
-    BlockScan<FoundInCode> code_{text_};
-    BlockScan<FoundInLineComment> lineComment_{text_};
-    BlockScan<FoundInBlockComment> blockComment_{text_};
-    BlockScan<FoundInLiteral> literal_{text_};
-    BlockScan<FoundInAttribute> attribute_{text_};
     std::size_t position_ = 0;  // of the next byte
     RunCopy kept_;
     CommentState state_;

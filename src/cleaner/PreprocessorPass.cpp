@@ -7,27 +7,18 @@
 
 #include "cleaner/Cleaner.h"
 #include "process/Traces.h"
-#include "text/BlockScan.h"
+#include "text/ByteSets.h"
 #include "text/CharClass.h"
 #include "text/RunCopy.h"
 #include "text/StringHelpers.h"
 
 namespace {
 
-// 127 is included; the comment pass leaves none.
-constexpr bool IsPrintable(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte >= 32 && byte <= 127;
-}
-
-struct LineBytes {
-    LineBytes() = default;
-    explicit LineBytes(const Block64& block)
-        : notBlank(~block.Is(' ')), notPrintable(block.IsBelow(' ')) {}
-
-    ByteMask notBlank = 0;
-    ByteMask notPrintable = 0;  // line feeds among them
-};
+constexpr ByteSet kBlank(" ");
+constexpr ByteSet kPrintable(' ', '\x7F');  // the comment pass leaves no 127
+constexpr ByteSets kLineBytes(~kBlank, ~kPrintable);
+constexpr ByteSets kNotBlank(~kBlank);
+constexpr ByteSets kNotPrintable(~kPrintable);
 
 // A directive line: its keyword with the '#', and its operand.
 struct Directive {
@@ -131,11 +122,11 @@ class PreprocessorPass {
 
     std::string Run() {
         while (position_ < text_.size()) {
-            if (lineStart_ && holding_ && pending_.empty()) TakePlainLines();
+            if (lineStart_ && pending_.empty()) TakePlainLines();
             if (position_ == text_.size()) break;
             if (text_[position_] == '\n') {
                 EndLine();
-            } else if (IsPrintable(text_[position_])) {
+            } else if (kPrintable.Has(text_[position_])) {
                 TakeRun();
             } else {
                 ++position_;
@@ -155,18 +146,25 @@ class PreprocessorPass {
     bool InSection() const { return levels_.size() > 1; }
     bool Emitting() const { return levels_.back().active; }
 
-    // The fast path for consecutive lines without directives, which lose their indentation. Lines
-    // with more than fifty leading blanks, which leave a trace, and lines of blanks alone, which
-    // change how the next line starts, are left to the slow path.
+    // The fast path for consecutive lines without directives, which lose their indentation if they
+    // are held; after a held line of blanks alone the next one is not. Held lines with more than
+    // fifty leading blanks, which leave a trace, are left to the slow path. Most lines fit into a
+    // block that begins with them, so one look finds both ends.
     void TakePlainLines() {
         const bool emitting = Emitting();
         std::size_t line = position_;
-        while (line < text_.size()) {
-            const std::size_t start = scan_.Find(line, &LineBytes::notBlank);
-            const std::size_t end = scan_.Find(start, &LineBytes::notPrintable);
+        while (line + kBlockSize <= text_.size()) {
+            const auto [notBlank, notPrintable] = kLineBytes.In(&text_[line]);
+            const std::size_t blanks = First(notBlank);
+            if (blanks > kUntraced) break;
+            const std::size_t start = line + blanks;
+            std::size_t end = line + First(notPrintable);
+            if (notPrintable == 0) end = Find(kNotPrintable, text_, end);
             if (end == text_.size() || text_[end] != '\n' || text_[start] == '#') break;
-            if (start != line && (start == end || start - line > kUntraced)) break;
-            kept_.Keep(emitting ? start : end, end + 1);
+            const std::size_t kept = holding_ ? start : line;
+            kept_.Keep(emitting ? kept : end, end + 1);
+            const bool blank = (start == end) & (blanks > 0);
+            holding_ = !(holding_ & blank);
             line = end + 1;
         }
         position_ = line;
@@ -178,8 +176,7 @@ class PreprocessorPass {
         const char first = text_[position_];
         const bool blanks = lineStart_ && first == ' ';
         if (lineStart_ && !blanks) StartLineWith(first);
-        const std::size_t end =
-            scan_.Find(position_, blanks ? &LineBytes::notBlank : &LineBytes::notPrintable);
+        const std::size_t end = Find(blanks ? kNotBlank : kNotPrintable, text_, position_);
         if (holding_) {
             Hold(text_.substr(position_, end - position_));
         } else if (Emitting()) {
@@ -293,7 +290,6 @@ class PreprocessorPass {
     static constexpr std::size_t kUntraced = 50;  // bytes of a held line
 
     const std::string_view text_;
-    BlockScan<LineBytes> scan_{text_};
     std::size_t position_ = 0;  // of the next byte
     RunCopy kept_;
     const std::vector<std::string> definedSymbols_;

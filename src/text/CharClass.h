@@ -13,3 +13,6 @@ constexpr bool IsWordCharacter(char c) {
 
 /// Blank, line feed, carriage return, tab, form feed, vertical tab: the trim set of `trim`.
 constexpr bool IsAsciiSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+/// Blank, line feed, carriage return, tab: the reduce set of `ConvertWhiteSpacesToSingleSpace`.
+constexpr bool IsReducible(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }

@@ -1,33 +1,36 @@
 #include "text/StringHelpers.h"
 
+#include <algorithm>
 #include <bit>
-#include <optional>
 #include <utility>
 
-#include "text/BlockScan.h"
+#include "text/ByteSets.h"
 #include "text/CharClass.h"
 
 namespace {
 
 constexpr std::string_view kPathSeparators = "\\/";
 
-constexpr bool IsReducible(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
+constexpr ByteSets kEscapedBytes{ByteSet(kEscaped)};
 
-Bytes16 NeedBackslash(Bytes16 bytes) { return bytes.Is('"') | bytes.Is('\'') | bytes.Is('\\'); }
+constexpr ByteSets kWhiteSpace{ByteSet(" "), ByteSet("\n\r\t"), ByteSet("\f\v")};
 
 // The first position that reducing changes: a reducible character that is no blank, or a blank
 // before another. The text's size if there is none.
 std::size_t FirstUnreduced(std::string_view text) {
-    const std::size_t found = FindPair(text, 0, [](Bytes16 here, Bytes16 next) {
-        return (here.Is(' ') & next.Is(' ')) | here.IsOneOf("\n\r\t");
-    });
-    if (found < text.size() || text.empty()) return found;
-    return IsReducible(text.back()) && text.back() != ' ' ? text.size() - 1 : text.size();
+    // The blocks overlap, so that each pair is in one.
+    for (std::size_t at = 0; at < text.size(); at += kBlockSize - 1) {
+        const auto [blanks, others, feeds] = kWhiteSpace.In(text, at);
+        const ByteMask found = others | (blanks & blanks >> 1);
+        if (found != 0) return at + First(found);
+    }
+    return text.size();
 }
 
-// Returns the size of the reduced text.
-std::size_t ReduceInPlace(std::span<char> text) {
-    std::size_t end = FirstUnreduced({text.data(), text.size()});
+// Returns the size of the reduced text. `from` is the first position that reducing changes, or one
+// before it.
+std::size_t ReduceInPlace(std::span<char> text, std::size_t from) {
+    std::size_t end = from;
     bool inRun = end > 0 && end < text.size() && text[end - 1] == ' ';
     for (std::size_t i = end; i < text.size(); ++i) {
         const bool reducible = IsReducible(text[i]);
@@ -41,32 +44,32 @@ std::size_t ReduceInPlace(std::span<char> text) {
     return end;
 }
 
-// `TrimAndReduce` of a text that fits into the block, or nullopt when there is something to reduce
-// and trimming is not enough.
-std::optional<std::string_view> TrimReduced(std::string_view text, const Block64& block) {
-    const ByteMask all = text.empty() ? 0 : ~ByteMask{0} >> (Block64::kSize - text.size());
-    const ByteMask blanks = block.Is(' ');
-    const ByteMask others = block.IsOneOf("\n\r\t");
-    const ByteMask visible = all & ~(blanks | others | block.IsOneOf("\f\v"));
-    if (visible == 0) return text.substr(0, 0);
-    const auto first = static_cast<unsigned>(std::countr_zero(visible));
-    const auto behind = static_cast<unsigned>(std::bit_width(visible));
-    const ByteMask inner = ~ByteMask{0} << first & ~ByteMask{0} >> (Block64::kSize - behind);
-    if (((others | (blanks & blanks << 1)) & inner) != 0) return std::nullopt;
-    return text.substr(first, behind - first);
+std::size_t ReduceInPlace(std::span<char> text) {
+    return ReduceInPlace(text, FirstUnreduced({text.data(), text.size()}));
 }
 
-// `Contains` for targets of two characters or more: finds their first two with vector comparisons,
-// and compares the rest there.
-bool ContainsLonger(std::string_view text, std::string_view target) {
-    const auto firstTwo = [target](Bytes16 here, Bytes16 next) {
-        return here.Is(target[0]) & next.Is(target[1]);
-    };
-    std::size_t at = FindPair(text, 0, firstTwo);
-    while (at < text.size() && !text.substr(at).starts_with(target)) {
-        at = FindPair(text, at + 1, firstTwo);
+// `TrimAndReduceInPlace` of a text that fits into a block, which can be read.
+std::string_view TrimAndReduceShort(std::span<char> text) {
+    const auto [blanks, others, feeds] = kWhiteSpace.In(text.data());
+    const ByteMask visible = MaskOfFirst(text.size()) & ~(blanks | others | feeds);
+    if (visible == 0) return {text.data(), 0};
+    const std::size_t first = First(visible);
+    const auto behind = static_cast<std::size_t>(std::bit_width(visible));
+    const std::span<char> kept = text.subspan(first, behind - first);
+    const ByteMask inner = MaskOfFirst(behind) & ~MaskOfFirst(first);
+    const ByteMask unreduced = (others | (blanks & blanks >> 1)) & inner;
+    if (unreduced == 0) return {kept.data(), kept.size()};
+    return {kept.data(), ReduceInPlace(kept, First(unreduced) - first)};
+}
+
+// Without a branch for each byte: the backslash is overwritten where there shall be none.
+char* WriteEscapedBytes(std::string_view text, char* out) {
+    for (const char c : text) {
+        *out = '\\';
+        out += kEscapedBytes.Have(c) ? 1 : 0;
+        *out++ = c;
     }
-    return at < text.size();
+    return out;
 }
 
 }  // namespace
@@ -90,18 +93,13 @@ std::string ConvertWhiteSpacesToSingleSpace(std::string text) {
     return text;
 }
 
-bool IsReduced(std::string_view text) { return FirstUnreduced(text) == text.size(); }
-
 std::string TrimAndReduce(std::string_view text) {
     std::string copy(text);
     return std::string(TrimAndReduceInPlace(copy));
 }
 
 std::string_view TrimAndReduceInPlace(std::span<char> text, std::size_t readable) {
-    if (text.size() <= Block64::kSize && readable >= Block64::kSize) {
-        const auto trimmed = TrimReduced({text.data(), text.size()}, Block64(text.data()));
-        if (trimmed) return *trimmed;
-    }
+    if (text.size() <= kBlockSize && readable >= kBlockSize) return TrimAndReduceShort(text);
     // Trimming first is the same and leaves less to reduce: the trim set holds the reduce set.
     const std::string_view trimmed = trim({text.data(), text.size()});
     const auto start = static_cast<std::size_t>(trimmed.data() - text.data());
@@ -158,20 +156,16 @@ std::string EscapeString(std::string& text) {
 }
 
 char* WriteEscaped(std::string_view text, char* out) {
-    std::size_t copied = 0;
-    while (true) {
-        const std::size_t found = FindWhere(text, copied, NeedBackslash);
-        out += text.copy(out, found - copied, copied);
-        if (found == text.size()) return out;
-        *out++ = '\\';
-        *out++ = text[found];
-        copied = found + 1;
+    for (; text.size() >= kBlockSize; text.remove_prefix(kBlockSize)) {
+        const std::string_view block = text.substr(0, kBlockSize);
+        const bool plain = kEscapedBytes.In(block.data())[0] == 0;
+        out = plain ? out + block.copy(out, kBlockSize) : WriteEscapedBytes(block, out);
     }
+    return WriteEscapedBytes(text, out);
 }
 
 bool Contains(std::string_view text, std::string_view target) {
-    return target.size() < 2 ? text.find(target) != std::string_view::npos
-                             : ContainsLonger(text, target);
+    return text.find(target) != std::string_view::npos;
 }
 
 bool ContainsWord(std::string_view text, std::string_view target) { return Contains(text, target); }

@@ -34,9 +34,6 @@ std::string ConvertWhiteSpacesToSingleSpace(std::string text);
 /// `trim` of `ConvertWhiteSpacesToSingleSpace`.
 std::string TrimAndReduce(std::string_view text);
 
-/// Whether `ConvertWhiteSpacesToSingleSpace` of the text is the text itself.
-bool IsReduced(std::string_view text);
-
 /// `TrimAndReduce` in place: returns a view into the text's own bytes. `readable` is how many bytes
 /// may be read from the text's beginning, past its end too: 64 or more make short texts cheaper.
 std::string_view TrimAndReduceInPlace(std::span<char> text, std::size_t readable = 0);
@@ -58,6 +55,9 @@ std::string_view WithoutBaseClause(std::string_view text);
 
 /// `WithoutBaseClause`; the result is also stored into `text`.
 std::string LastWordNoDots(std::string& text);
+
+/// The characters that `EscapeString` puts a backslash before.
+inline constexpr std::string_view kEscaped = "'\"\\";
 
 /// Puts a backslash before every double quote, apostrophe and backslash; every other byte stays
 /// as it is. The result is also stored into `text`.

@@ -38,5 +38,5 @@ bool Chunk::LastWordEndsInBackslash() {
 std::string_view Chunk::TakeContents() {
     assert(!taken_);
     taken_ = true;
-    return TrimAndReduceInPlace(text_.subspan(start_, end_ - start_), text_.size() - start_);
+    return TrimAndReduceInPlace(text_.subspan(start_, end_ - start_), Readable());
 }

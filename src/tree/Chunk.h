@@ -31,6 +31,8 @@ class Chunk {
 
     /// Valid until the chunk changes.
     std::string_view View() const { return {text_.data() + start_, end_ - start_}; }
+    /// How many bytes may be read from the view's beginning, past its end too.
+    std::size_t Readable() const { return text_.size() - start_; }
     bool IsEmpty() const { return start_ == end_; }
 
     /// Whether `trim` of the chunk is empty.

@@ -1,6 +1,6 @@
 #include "tree/ScanState.h"
 
-#include "text/BlockScan.h"
+#include "text/ByteSets.h"
 #include "text/StringHelpers.h"
 
 ScanState::ScanState(std::span<char> sourceText, bool inDeclarationMode, ObjectBranch& fileRoot,
@@ -30,11 +30,11 @@ std::size_t BeginOf(const ObjectBranch& node, const ScanState& scan) {
 // A prefilter: most texts fit into a block, and hold neither "==" nor "cl".
 void LookForPairs(ObjectBranch& node, const std::span<char> text) {
     const auto at = static_cast<std::size_t>(node.contents.data() - text.data());
-    if (node.contents.size() > Block64::kSize || text.size() - at < Block64::kSize) return;
-    const Block64 block(node.contents.data());
-    const ByteMask equals = block.Is('=');
+    if (node.contents.size() > kBlockSize || text.size() - at < kBlockSize) return;
+    static constexpr ByteSets kSets{ByteSet("="), ByteSet("c"), ByteSet("l")};
+    const auto [equals, c, l] = kSets.In(node.contents.data());
     node.mayHoldEquality = (equals & equals >> 1) != 0;
-    node.mayHoldClass = (block.Is('c') & block.Is('l') >> 1) != 0;
+    node.mayHoldClass = (c & l >> 1) != 0;
 }
 
 }  // namespace

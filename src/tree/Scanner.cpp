@@ -1,11 +1,11 @@
 #include "tree/Scanner.h"
 
-#include <bit>
+#include <algorithm>
 #include <cassert>
 
 #include "process/ModuleState.h"
 #include "process/Traces.h"
-#include "text/BlockScan.h"
+#include "text/ByteSets.h"
 #include "text/StringHelpers.h"
 #include "tree/Directives.h"
 
@@ -55,41 +55,9 @@ constexpr bool EveryStepIsFound() {
 }
 static_assert(EveryStepIsFound());
 
-struct ScannedBytes {
-    ScannedBytes() = default;
-    explicit ScannedBytes(const Block64& block)
-        : steps(block.IsOneOf(kSteps)),
-          lineFeeds(block.Is('\n')),
-          opening(block.Is('(')),
-          closing(block.Is(')')) {}
-
-    ByteMask steps = 0;
-    ByteMask lineFeeds = 0;
-    ByteMask opening = 0;
-    ByteMask closing = 0;
-};
-
-// A type of its own, so that it is made only outside declaration mode.
-struct Brackets {
-    Brackets() = default;
-    explicit Brackets(const Block64& block) : found(block.IsOneOf(kBrackets)) {}
-
-    ByteMask found = 0;
-};
-
-struct LiteralBytes {
-    LiteralBytes() = default;
-    explicit LiteralBytes(const Block64& block) : found(block.IsOneOf("'\"\\")) {}
-
-    ByteMask found = 0;
-};
-
-// Few bits are set, and where the target lacks the instruction std::popcount is a library call.
-int CountBits(ByteMask mask) {
-    int count = 0;
-    for (; mask != 0; mask &= mask - 1) ++count;
-    return count;
-}
+constexpr ByteSets kScanned{ByteSet(kSteps), ByteSet(kBrackets), ByteSet("\n"), ByteSet("("),
+                            ByteSet(")")};
+constexpr ByteSets kLiteralStops{ByteSet("'\"\\")};
 
 class Scanner {
   public:
@@ -144,34 +112,23 @@ class Scanner {
 
     // The steps in a block. Newlines are only steps where they may end a directive or be escaped by
     // a backslash.
-    ByteMask StepsIn(const ScannedBytes& bytes) {
-        ByteMask steps = bytes.steps;
-        if (s_.inDirective || s_.collected.HasBackslash()) steps |= bytes.lineFeeds;
-        if (!s_.declarationMode) steps |= brackets_.At(s_.position).found;
-        return steps;
-    }
-
     // Appends the text up to the next step to the chunk; in an attribute section it is dropped.
     void TakeText() {
         const std::size_t start = s_.position;
-        bool found = false;
-        while (!found && s_.position < s_.text.size()) found = TakeTextOfBlock();
-        s_.position = std::min(s_.position, s_.text.size());
+        ByteMask found = 0;
+        while (found == 0 && s_.position < text_.size()) {
+            const auto [steps, brackets, lineFeeds, opening, closing] =
+                kScanned.In(text_, s_.position);
+            found = steps;
+            if (!s_.declarationMode) found |= brackets;
+            if (s_.inDirective || s_.collected.HasBackslash()) found |= lineFeeds;
+            const ByteMask passed = Below(found);
+            s_.lineCounter += CountBits(lineFeeds & passed);
+            s_.parenDepth += CountBits(opening & passed) - CountBits(closing & passed);
+            s_.position += First(found);
+        }
+        s_.position = std::min(s_.position, text_.size());
         if (!s_.inAttribute && s_.position > start) s_.collected.Keep(start, s_.position);
-    }
-
-    // Moves to the block's next step and returns true, or past the block.
-    bool TakeTextOfBlock() {
-        const ScannedBytes& bytes = blocks_.At(s_.position);
-        const std::size_t offset = s_.position % Block64::kSize;
-        const ByteMask ahead = ~ByteMask{0} << offset;
-        const ByteMask steps = StepsIn(bytes) & ahead;
-        // All bits below the lowest step's, or all if there is none.
-        const ByteMask text = steps == 0 ? ahead : ahead & ((steps & (0 - steps)) - 1);
-        s_.lineCounter += CountBits(bytes.lineFeeds & text);
-        s_.parenDepth += CountBits(bytes.opening & text) - CountBits(bytes.closing & text);
-        s_.position += static_cast<std::size_t>(std::countr_zero(steps)) - offset;
-        return steps != 0;
     }
 
     // The character at the position is only text here.
@@ -187,7 +144,7 @@ class Scanner {
         const char quote = s_.text[s_.position++];
         bool backslash = false;
         while (true) {
-            s_.position = literals_.Find(s_.position, &LiteralBytes::found);
+            s_.position = Find(kLiteralStops, text_, s_.position);
             if (s_.position == s_.text.size()) break;
             const char c = s_.text[s_.position++];
             if (c == quote) break;
@@ -273,9 +230,6 @@ class Scanner {
 
     ScanState& s_;
     const std::string_view text_;  // the state's text; only bytes before the position are edited
-    BlockScan<ScannedBytes> blocks_{text_};
-    BlockScan<Brackets> brackets_{text_};
-    BlockScan<LiteralBytes> literals_{text_};
 };
 
 }  // namespace

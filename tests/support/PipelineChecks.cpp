@@ -12,6 +12,7 @@
 #include "parsecs/strict/StrictJson.h"
 #include "plugin/Pipeline.h"
 #include "process/ModuleState.h"
+#include "tests/support/FinderChecks.h"
 #include "tests/support/RowChecks.h"
 
 namespace {
@@ -98,6 +99,7 @@ std::string BrokenPromise(std::string_view bytes) {
     for (const std::vector<std::string>& symbols : {std::vector<std::string>(), {"A", "B"}}) {
         if (std::string broken = BrokenByCleaner(bytes, symbols); !broken.empty()) return broken;
     }
+    if (std::string broken = BrokenByFinders(bytes); !broken.empty()) return broken;
     const ParsedFile rows("file.cs", std::string(bytes));
     if (std::string broken = BrokenByRows(rows, bytes); !broken.empty()) return broken;
     const Outcome first = Parse(bytes);

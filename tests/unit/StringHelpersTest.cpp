@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/FinderChecks.h"
+
 namespace {
 
 using std::string_literals::operator""s;
@@ -83,6 +85,12 @@ TEST(StringHelpers, SearchesSeeQuotesAndBrackets) {
     EXPECT_EQ(IndexOf("abc", ""), 0);
     EXPECT_EQ(IndexOf("abc", "d"), -1);
     EXPECT_FALSE(BothAreSpaces(' ', '\t'));
+}
+
+TEST(StringHelpers, AllWaysFindTheSameBytes) {
+    std::string bytes;
+    for (int c = 0; c < 256; ++c) bytes += static_cast<char>(c);
+    EXPECT_EQ(BrokenByFinders(bytes + std::string(bytes.rbegin(), bytes.rend())), "");
 }
 
 }  // namespace
