@@ -11,21 +11,22 @@ constexpr std::string_view kVariableTag = "\n      \"variable\"\n";
 // `AskParts` of the contents, cached for blocks unless they were cut to a class's bare name.
 Declares Ask(const ObjectBranch& node, std::string_view contents) {
     const bool same = contents.size() == node.contents.size();
-    return node.asked && same ? node.declares : AskParts(contents);
+    return node.look.asked && same ? node.look.declares : AskParts(contents);
 }
 
 }  // namespace
 
 // The order matters: the first match decides.
 Record ClassifyRecord(const ObjectBranch& node) {
-    Record record{node, node.branchTypeAsString, node.contents, node.tags,
-                  std::string(node.simpleFunctionName)};
+    Record record{node, node.branchTypeAsString, node.contents, node.tags, {}};
+    if (!node.simpleFunctionName.empty()) record.simpleFunctionName = node.simpleFunctionName;
     if (node.parent == nullptr) return record;
     std::string_view& kind = record.kind;
     const std::string_view parentKind = node.parent->branchTypeAsString;
 
     // Of nested classes the passes mark only the outermost.
-    if (kind == KindName::kDefine && node.mayHoldClass && ContainsWord(record.contents, "class")) {
+    if (kind == KindName::kDefine && node.look.mayHoldClass &&
+        ContainsWord(record.contents, "class")) {
         kind = KindName::kClass;
     }
     // All that follows looks at the class's bare name.
@@ -33,7 +34,7 @@ Record ClassifyRecord(const ObjectBranch& node) {
 
     const FirstWordMeaning firstWord = MeaningOfFirstWord(record.contents);
     if (firstWord == FirstWordMeaning::Logic ||
-        (node.mayHoldEquality && OutsideStringMatch(record.contents, "=="))) {
+        (node.look.mayHoldEquality && OutsideStringMatch(record.contents, "=="))) {
         kind = KindName::kLogic;
     } else if (firstWord == FirstWordMeaning::Defines) {
         // Elsewhere a "using" is a statement with a block of its own, and keeps its kind.

@@ -62,7 +62,11 @@ void AddObjectToVector(const ObjectBranch* node, std::vector<ObjectBranch>* list
 }
 
 ObjectBranch* NextInPreOrder(const ObjectBranch* node, const ObjectBranch* top) {
-    return node->children.empty() ? NextPastSubtree(node, top) : node->children.first;
+    // Looked up, not chosen by a branch: which nodes have children cannot be predicted.
+    const bool inner = !node->children.empty();
+    ObjectBranch* const choices[] = {node->nextSibling, node->children.first};
+    ObjectBranch* const next = choices[inner ? 1 : 0];
+    return next != nullptr && (inner || node != top) ? next : NextPastSubtree(node, top);
 }
 
 // Compares with the top's last child, not with the top: that may be a copy, and the parent of its
@@ -74,14 +78,4 @@ ObjectBranch* NextPastSubtree(const ObjectBranch* node, const ObjectBranch* top)
         node = node->parent;
     }
     return node->nextSibling;
-}
-
-ObjectBranch* FirstInPostOrder(ObjectBranch* top) {
-    while (!top->children.empty()) top = top->children.first;
-    return top;
-}
-
-ObjectBranch* NextInPostOrder(ObjectBranch* node, const ObjectBranch* top) {
-    if (node == top) return nullptr;
-    return node->nextSibling == nullptr ? node->parent : FirstInPostOrder(node->nextSibling);
 }

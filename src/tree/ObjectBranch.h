@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "analysis/Classifiers.h"
+#include "analysis/FirstLook.h"
 
 /// Kind of a node as a number; 13 is not in use. Other values are allowed and read as "function".
 enum class BranchType : std::int32_t {
@@ -86,13 +86,10 @@ struct ObjectBranch {
     std::string_view simpleFunctionName;  ///< Left empty by the scan: ClassifyRecord finds it.
     std::int32_t functionID = 0;          ///< -1 once `AssignIdentity` was called.
     ChildList children;
-    std::string_view tags;                ///< Raw fragment of JSON array elements.
-    std::int32_t nodeID = 0;              ///< Unique within one parse.
-    bool asked = false;                   ///< Whether `declares` is set,
-    Declares declares;                    ///< a cache of `AskParts` of the contents.
-    bool mayHoldEquality = true;          ///< False when the contents certainly hold no "==",
-    bool mayHoldClass = true;             ///< or no "class": a prefilter that spares two searches.
-    ObjectBranch* nextSibling = nullptr;  ///< The next of the parent's `children`.
+    std::string_view tags;                        ///< Raw fragment of JSON array elements.
+    std::int32_t nodeID = 0;                      ///< Unique within one parse.
+    FirstLook look;                               ///< What is known of the contents.
+    ObjectBranch* nextSibling = nullptr;          ///< The next of the parent's `children`.
     std::pmr::memory_resource* memory = nullptr;  ///< Allocates the nodes and texts below it.
 };
 
@@ -161,9 +158,3 @@ ObjectBranch* NextInPreOrder(const ObjectBranch* node, const ObjectBranch* top);
 
 /// The same, skipping everything below `node`.
 ObjectBranch* NextPastSubtree(const ObjectBranch* node, const ObjectBranch* top);
-
-/// The first node in post-order at or below `top`: its leftmost leaf.
-ObjectBranch* FirstInPostOrder(ObjectBranch* top);
-
-/// The node after `node` in post-order (`top` itself comes last), or null after `top`.
-ObjectBranch* NextInPostOrder(ObjectBranch* node, const ObjectBranch* top);

@@ -8,13 +8,13 @@
 namespace {
 
 void Refine(ObjectBranch& node) {
-    node.declares = AskParts(node.contents);
-    node.asked = true;
-    if (node.declares.returned) {
+    if (!node.look.asked) node.look.declares = AskParts(node.contents);
+    node.look.asked = true;
+    if (node.look.declares.returned) {
         SetKind(node, Kinds::kLine);
         return;
     }
-    if (!node.declares.variable) return;
+    if (!node.look.declares.variable) return;
     // "namespace global" reads like a declaration of `global`.
     if (node.branchTypeAsString == KindName::kNamespace) return;
     SetKind(node, Kinds::kClassVar);
@@ -23,7 +23,7 @@ void Refine(ObjectBranch& node) {
 }  // namespace
 
 void GenerateInlineFunctions(ObjectBranch* node) {
-    for (ObjectBranch* at = FirstInPostOrder(node); at != nullptr; at = NextInPostOrder(at, node)) {
+    for (ObjectBranch* at = node; at != nullptr; at = NextInPreOrder(at, node)) {
         if (at == node || !at->children.empty()) Refine(*at);
     }
 }
@@ -34,7 +34,7 @@ void ExpandClassnames(ObjectBranch* root) {
 
 void SpelunkForClasses(ObjectBranch* node) {
     for (ObjectBranch* at = node; at != nullptr;) {
-        if (at->mayHoldClass && ContainsWord(at->contents, "class")) {
+        if (at->look.mayHoldClass && ContainsWord(at->contents, "class")) {
             SetKind(*at, Kinds::kClass);
             at = NextPastSubtree(at, node);
         } else {

@@ -1,6 +1,6 @@
 #include "tree/ScanState.h"
 
-#include "text/ByteSets.h"
+#include "analysis/FirstLook.h"
 #include "text/StringHelpers.h"
 
 ScanState::ScanState(std::span<char> sourceText, bool inDeclarationMode, ObjectBranch& fileRoot,
@@ -27,16 +27,6 @@ std::size_t BeginOf(const ObjectBranch& node, const ScanState& scan) {
         static_cast<std::size_t>(node.contents.data() - scan.text.data()));
 }
 
-// A prefilter: most texts fit into a block, and hold neither "==" nor "cl".
-void LookForPairs(ObjectBranch& node, const std::span<char> text) {
-    const auto at = static_cast<std::size_t>(node.contents.data() - text.data());
-    if (node.contents.size() > kBlockSize || text.size() - at < kBlockSize) return;
-    static constexpr ByteSets kSets{ByteSet("="), ByteSet("c"), ByteSet("l")};
-    const auto [equals, c, l] = kSets.In(node.contents.data());
-    node.mayHoldEquality = (equals & equals >> 1) != 0;
-    node.mayHoldClass = (c & l >> 1) != 0;
-}
-
 }  // namespace
 
 ObjectBranch* AddNode(ScanState& scan, ObjectBranch& parent, const NodeKind& kind,
@@ -46,7 +36,8 @@ ObjectBranch* AddNode(ScanState& scan, ObjectBranch& parent, const NodeKind& kin
     node->lineNumber = lineNumber;
     node->filePath = scan.current->filePath;
     node->contents = scan.collected.TakeContents();
-    LookForPairs(*node, scan.text);
+    const auto at = static_cast<std::size_t>(node->contents.data() - scan.text.data());
+    LookAt(node->contents, scan.text.size() - at, node->look);
     if (scan.places != nullptr) scan.places->Set(node->nodeID, {BeginOf(*node, scan), end});
     scan.collected.Restart(scan.position);
     return node;

@@ -199,22 +199,22 @@ class Scanner {
 
     // Whether the block is a declaration ("namespace N", "class A", "else"): a header without
     // parentheses. A struct is none, but its block and those inside become defines.
-    bool OpensDeclaration() {
+    bool OpensDeclaration(const ObjectBranch& block) {
         if (s_.inDirective || !s_.declarationMode) return false;
-        const std::string_view header = s_.collected.View();
-        if (ContainsWord(header, "struct")) {
-            if (!Contains(header, "\"") && !Contains(header, "(")) s_.inStruct = true;
+        const bool parenthesis = block.look.mayHoldParenthesis && Contains(block.contents, "(");
+        if (block.look.mayHoldStruct && ContainsWord(block.contents, "struct")) {
+            if (!Contains(block.contents, "\"") && !parenthesis) s_.inStruct = true;
             return false;
         }
-        return !Contains(header, "(");
+        return !parenthesis;
     }
 
     void OpenBlock() {
         ++s_.position;
-        const bool declaration = OpensDeclaration();
-        const NodeKind& kind = declaration || s_.inStruct ? Kinds::kDefine : Kinds::kContainer;
-        s_.current =
-            AddNode(s_, *s_.current, kind, declaration ? 0 : s_.lineCounter, NodePlace::kNone);
+        s_.current = AddNode(s_, *s_.current, Kinds::kContainer, s_.lineCounter, NodePlace::kNone);
+        const bool declaration = OpensDeclaration(*s_.current);
+        if (declaration) s_.current->lineNumber = 0;
+        if (declaration || s_.inStruct) SetKind(*s_.current, Kinds::kDefine);
     }
 
     ScanStep CloseBlock() {

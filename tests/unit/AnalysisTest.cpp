@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "analysis/Classifiers.h"
+#include "analysis/FirstLook.h"
 #include "analysis/FunctionName.h"
 #include "analysis/PartWalker.h"
+#include "text/StringHelpers.h"
 
 namespace {
 
@@ -120,6 +122,54 @@ const std::pair<const char*, const char*> kNameRows[] = {
 
 TEST(Analysis, FindsFunctionNames) {
     for (const auto& [header, name] : kNameRows) EXPECT_EQ(functionName(header), name) << header;
+}
+
+// Texts of all lengths around a block's, which a '@' fills up; what follows them must not matter.
+TEST(Analysis, ALookTellsTheSameAsAWalk) {
+    const char* const rows[] = {"@",
+                                "return @",
+                                "@ b = c(d)",
+                                "int @ = 1",
+                                "int @(a, 1.5) => x",
+                                "void A@ (b.c)",
+                                "a@.b c",
+                                "int a@ (b = \".\")",
+                                "var a = '@'",
+                                "x a@ += (b)",
+                                "a@ -== b (c)",
+                                "a<@ > b",
+                                "a < = @",
+                                "a[@] b",
+                                "return9.@ a",
+                                "class @ : b",
+                                "struct @",
+                                "public a@ == b",
+                                "a @1.b",
+                                "a @ =",
+                                "a @ +=",
+                                "",
+                                "@ b .c",
+                                "int @ c; d = 1",
+                                "a@ +=\\"};
+    const std::string behind = "= =='\"class struct(.a\\" + std::string(128, '(');
+    for (const std::string row : rows) {
+        for (std::size_t size = 1; size < 140; size += size == 20 ? 25 : size == 70 ? 40 : 1) {
+            std::string text = row;
+            const std::size_t at = text.find('@');
+            if (at != std::string::npos) text.replace(at, 1, std::string(size, 'w'));
+            const std::string all = text + behind;
+            FirstLook look;
+            LookAt({all.data(), text.size()}, all.size(), look);
+            EXPECT_TRUE(!look.asked || look.declares == AskParts(text)) << text;
+            EXPECT_TRUE(look.asked || size > 20 || row.find('\"') != std::string::npos) << text;
+            EXPECT_TRUE(look.mayHoldEquality || !Contains(text, "==")) << text;
+            EXPECT_TRUE(look.mayHoldClass || !Contains(text, "class")) << text;
+            EXPECT_TRUE(look.mayHoldStruct || !Contains(text, "struct")) << text;
+            EXPECT_EQ(look.mayHoldParenthesis, Contains(text, "(")) << text;
+            EXPECT_EQ(look.plain, text.find_first_of("'\"\\") == std::string::npos) << text;
+            EXPECT_EQ(look.brief, text.size() <= 64) << text;
+        }
+    }
 }
 
 }  // namespace
