@@ -18,6 +18,21 @@ void PutChildIds(const ChildList& children, TextBuffer::Writer& text) {
     text.Put("\n  ],\n");
 }
 
+void PutContents(const Record& record, TextBuffer::Writer& text) {
+    const FirstLook& look = record.node.look;
+    if (!look.plain) {
+        text.PutEscaped(record.contents);
+    } else if (look.brief && record.contents.data() == record.node.contents.data()) {
+        text.PutShort(record.contents);
+    } else {
+        text.Put(record.contents);
+    }
+}
+
+bool IsSame(std::string_view one, std::string_view other) {
+    return one.data() == other.data() && one.size() == other.size();
+}
+
 }  // namespace
 
 std::size_t EstimateSize(const ObjectBranch& root, std::size_t nodes) {
@@ -57,11 +72,8 @@ void JsonRecords::Add(const Record& record) {
         ",\n"
         "    \"isCalled\": false,\n"
         "    \"branchTypeAsString\": \"");
-    text.Put(record.kind);
-    text.Put(PathMember(node.filePath));
-    if (!record.tags.empty()) text.Put(record.tags);
-    text.Put("],\n    \"contents\": \"");
-    text.PutEscaped(record.contents);
+    text.Put(KindToTags(record));
+    PutContents(record, text);
     text.Put("\",\n    \"simpleFunctionName\": \"");
     text.PutEscaped(record.simpleFunctionName);
     text.Put(
@@ -73,12 +85,25 @@ void JsonRecords::Add(const Record& record) {
 
 void JsonRecords::Finish() { TextBuffer::Writer(text_).Put(first_ ? "]\n" : "\n]\n"); }
 
-// The path, escaped, with the constant pieces around it; cached for all records that share it.
-std::string_view JsonRecords::PathMember(std::string_view path) {
-    if (path.data() != path_.data() || path.size() != path_.size() || pathMember_.empty()) {
+// The members from the kind to the tags, as far as the contents. Cached, as the records of a file
+// share a path, and have few kinds and tags.
+std::string_view JsonRecords::KindToTags(const Record& record) {
+    const std::string_view path = record.node.filePath;
+    if (!IsSame(path, path_) || pathMember_.empty()) {
         std::string escaped(path);
         pathMember_ = "\",\n    \"filePath\": \"" + EscapeString(escaped) + "\",\n    \"tags\": [";
         path_ = path;
+        members_ = {};
     }
-    return pathMember_;
+    // The sum tells all kinds and tags apart.
+    const std::string_view kind = record.kind;
+    const auto last = static_cast<unsigned char>(kind.empty() ? 0 : kind.back());
+    Members& members = members_[(kind.size() + last + record.tags.size()) % members_.size()];
+    if (members.text.empty() || !IsSame(kind, members.kind) || !IsSame(record.tags, members.tags)) {
+        members.text.assign(kind).append(pathMember_).append(record.tags);
+        members.text.append("],\n    \"contents\": \"");
+        members.kind = kind;
+        members.tags = record.tags;
+    }
+    return members.text;
 }

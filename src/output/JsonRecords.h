@@ -2,6 +2,7 @@
 // backslash before a double quote, an apostrophe or a backslash; every other byte is written raw.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -24,10 +25,18 @@ class JsonRecords {
     void Finish();
 
   private:
-    std::string_view PathMember(std::string_view path);
+    // What records of one kind and with the same tags share.
+    struct Members {
+        std::string_view kind;
+        std::string_view tags;
+        std::string text;
+    };
+
+    std::string_view KindToTags(const Record& record);
 
     TextBuffer& text_;
     bool first_ = true;
-    std::string_view path_;   // of the last record; all records of a file share one
-    std::string pathMember_;  // cached for that path
+    std::string_view path_;            // of the last record; all records of a file share one
+    std::string pathMember_;           // cached for that path
+    std::array<Members, 32> members_;  // the same, by kind and tags
 };

@@ -1,9 +1,11 @@
 // A text that grows in one block from malloc, so that it can be handed to a C host without a copy.
 #pragma once
 
+#include <cassert>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "text/StringHelpers.h"
@@ -49,6 +51,16 @@ class TextBuffer::Writer {
     void Put(std::string_view text) {
         MakeRoom(text.size());
         end_ += text.copy(end_, text.size());
+    }
+
+    /// The same for a text of which 64 bytes may be read, and which has no more: a copy of fixed
+    /// size costs less than one of the text's, whose branches on the size cannot be predicted.
+    void PutShort(std::string_view text) {
+        constexpr std::size_t kMost = 64;
+        assert(text.size() <= kMost);
+        MakeRoom(kMost);
+        std::memcpy(end_, text.data(), kMost);
+        end_ += text.size();
     }
 
     /// In decimal.
