@@ -20,7 +20,7 @@ char* TextBuffer::Release() {
     // A block that is nearly full is not shrunk: otherwise the allocator would have to get the next
     // one of its size from the system again.
     const std::size_t size = View().size();
-    if (static_cast<std::size_t>(limit_ - begin_) > size + size / 8) Resize(size);
+    if (static_cast<std::size_t>(limit_ - begin_) > size + size / 4) Resize(size);
     end_ = limit_ = nullptr;
     return std::exchange(begin_, nullptr);
 }
