@@ -13,7 +13,7 @@ struct FirstLook {
     bool mayHoldStruct = true;       ///< no "struct",
     bool mayHoldParenthesis = true;  ///< or no "(".
     bool plain = false;              ///< True when it certainly needs no backslash in JSON,
-    bool brief = false;              ///< and when it has at most 64 bytes, and 64 may be read.
+    bool brief = false;              ///< and when it has at most 64 bytes, and as many behind it.
     bool asked = false;              ///< Whether `declares` is set,
     Declares declares;               ///< a cache of `AskParts` of the text.
 };

@@ -22,7 +22,7 @@ void PutContents(const Record& record, TextBuffer::Writer& text) {
     const FirstLook& look = record.node.look;
     if (!look.plain) {
         text.PutEscaped(record.contents);
-    } else if (look.brief && record.contents.data() == record.node.contents.data()) {
+    } else if (look.brief) {
         text.PutShort(record.contents);
     } else {
         text.Put(record.contents);

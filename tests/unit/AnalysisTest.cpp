@@ -108,6 +108,7 @@ const std::pair<const char*, const char*> kNameRows[] = {
     {"public static int Add(int a, int b)", "Add"},
     {"List<int> GetItems(int n)", "GetItems"},
     {"void *Alloc(int n)", "Alloc"},
+    {"int F * *(int n)", "F"},
     {"Dictionary<K, V> Convert<T>(T x)", "Convert"},
     {"void F(int a = 5)", "F"},
     {"public static bool operator ==(A a, A b)", "=="},
@@ -150,7 +151,10 @@ TEST(Analysis, ALookTellsTheSameAsAWalk) {
                                 "",
                                 "@ b .c",
                                 "int @ c; d = 1",
-                                "a@ +=\\"};
+                                "a@ +=\\",
+                                "x a@ == (b)",
+                                "a[@] == b",
+                                "int b@ \"(\""};
     const std::string behind = "= =='\"class struct(.a\\" + std::string(128, '(');
     for (const std::string row : rows) {
         for (std::size_t size = 1; size < 140; size += size == 20 ? 25 : size == 70 ? 40 : 1) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "output/RecordClassification.h"
+#include "output/JsonRecords.h"
+#include "text/StringHelpers.h"
 
 namespace {
 
@@ -62,6 +63,31 @@ TEST(Classification, LeavesTheRootAlone) {
     root.simpleFunctionName = "F";
     EXPECT_EQ(ClassifyRecord(root).kind, "filepath");
     EXPECT_EQ(ClassifyRecord(root).simpleFunctionName, "F");
+}
+
+// What records share depends on the kind, the tags and the path, and nothing else.
+TEST(Classification, RecordsShowTheirOwnKindTagsAndPath) {
+    const std::vector<std::vector<std::string_view>> rows = {
+        {std::string_view(), std::string_view(), "a'b"},
+        {"", "", "c"},
+        {"line", "", "c"},
+        {"line", "\"x\"", "c"},
+        {"", "", "c"}};
+    TextBuffer text(1);
+    JsonRecords records(text);
+    for (const auto& row : rows) {
+        ObjectBranch node;
+        node.branchTypeAsString = row[0];
+        node.tags = row[1];
+        node.filePath = row[2];
+        const std::size_t before = text.View().size();
+        records.Add(ClassifyRecord(node));
+        std::string path(row[2]);
+        const std::string expected = "\"branchTypeAsString\": \"" + std::string(row[0]) +
+                                     "\",\n    \"filePath\": \"" + EscapeString(path) +
+                                     "\",\n    \"tags\": [" + std::string(row[1]) + "],\n";
+        EXPECT_TRUE(Contains(text.View().substr(before), expected)) << expected;
+    }
 }
 
 }  // namespace

@@ -68,6 +68,7 @@ const DirectiveRow kDirectiveRows[] = {
     {"#define X\n#ifdef X\na\n#endif", "\n\n\n", {"X"}},
     {"  int x;\n    y = 2;", "int x;\ny = 2;", {}},
     {"a\n   \n   b", "a\n\n   b", {}},
+    {"  \n  \n    x\n  y", "\n  \nx\ny", {}},
     {"#ifdef A\n#else\n  #region R\nb\n#endif\n", "\n\n  \nb\n\n", {"A"}},
     {"#include <a>\n  b", "\n  b", {}},
     {"#if A\n#ifdef B\nx\n#else\ny\n#endif\n  z\n#endif\nw", "\n\n\n\n\n\n\n\nw", {"A", "B"}},
@@ -92,6 +93,11 @@ TEST(Cleaner, SimulatesConditionals) {
         EXPECT_EQ(Cleaner().PreProcessorSimulation(row.text, row.symbols, defines), row.kept)
             << row.text;
         EXPECT_EQ(defines, row.defines) << row.text;
+        // Lines that are far from the end of the text take another way.
+        const std::string further = row.text + "\n" + std::string(100, 'x');
+        EXPECT_TRUE(
+            Cleaner().PreProcessorSimulation(further, row.symbols, defines).starts_with(row.kept))
+            << row.text;
     }
     Strings defines = {"B", "A"};
     Cleaner().PreProcessorSimulation("#if A\n#if C\n#if C\n", {}, defines);

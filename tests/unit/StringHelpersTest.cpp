@@ -56,6 +56,11 @@ TEST(StringHelpers, GiveTheirResults) {
     for (const Row& row : kRows) {
         EXPECT_EQ(row.function(row.text), row.result) << row.name << " of \"" << row.text << '"';
     }
+    for (std::size_t size = 1; size < 140; ++size) {  // where a text is cut into blocks
+        const std::string word(size, 'x');
+        EXPECT_EQ(TrimAndReduce(word + "  y \n" + word), word + " y " + word);
+        EXPECT_EQ(Escape(word + "'" + word + "\\"), word + "\\'" + word + "\\\\");
+    }
 }
 
 TEST(StringHelpers, ReplaceAllNeverSearchesWhatItInserted) {
