@@ -102,7 +102,11 @@ Meaning MeaningOf(std::string_view word) {
     const auto letter = static_cast<std::size_t>(word[0] - 'a');
     if (letter >= kLetters) return Meaning::Name;
     for (std::size_t i = kWordsOf[letter]; i < kWordsOf[letter + 1]; ++i) {
-        if (kWords[i].text == word) return kWords[i].meaning;
+        const std::string_view text = kWords[i].text;
+        // Most words differ in their size or at their end.
+        if (text.size() == word.size() && text.back() == word.back() && text == word) {
+            return kWords[i].meaning;
+        }
     }
     return Meaning::Name;
 }

@@ -6,14 +6,15 @@
 
 namespace {
 
-// Puts one line together at a time, in room that is enough for the longest of it.
+// Puts lines together, in room that is enough for the longest of them, and hands them on when there
+// are many: to append each by itself costs as much as to write it.
 class LineWriter {
   public:
-    explicit LineWriter(std::string_view path) {
+    LineWriter(std::string_view path, std::string& out) : out_(out) {
         head_.append("{\"file\":").append(JsonString(path)).append(",\"id\":");
     }
 
-    std::string_view Line(const Row& row) {
+    void Add(const Row& row) {
         MakeRoom(row);
         Put(head_);
         PutNumber(row.id);
@@ -25,9 +26,13 @@ class LineWriter {
         Put("\",\"name\":\"");
         end_ = WriteJsonString(row.name, end_);
         PutPlaces(row);
-        end_ = WriteJsonString(row.text, end_);
+        PutText(row);
         Put("\"}\n");
-        return {line_.data(), static_cast<std::size_t>(end_ - line_.data())};
+    }
+
+    void Flush() {
+        out_.append(lines_.data(), end_);
+        end_ = lines_.data();
     }
 
   private:
@@ -35,8 +40,18 @@ class LineWriter {
         constexpr std::size_t kConstantPieces = 256;  // with the numbers
         const std::size_t room = kConstantPieces + head_.size() + row.kind.size() +
                                  JsonStringRoom(row.name.size() + row.text.size());
-        if (line_.size() < room) line_.resize(2 * room);
-        end_ = line_.data();
+        if (room <= static_cast<std::size_t>(lines_.data() + lines_.size() - end_)) return;
+        Flush();
+        if (lines_.size() < room) lines_.resize(2 * room);
+        end_ = lines_.data();
+    }
+
+    void PutText(const Row& row) {
+        if (row.plain) {
+            Put(row.text);
+        } else {
+            end_ = WriteJsonString(row.text, end_);
+        }
     }
 
     void Put(std::string_view piece) { end_ += piece.copy(end_, piece.size()); }
@@ -61,14 +76,18 @@ class LineWriter {
         Put(",\"text\":\"");
     }
 
+    static constexpr std::size_t kAtOnce = 8192;  // bytes of lines
+
+    std::string& out_;
     std::string head_;  // up to the id, the same in all rows of a file
-    std::string line_;
-    char* end_ = nullptr;
+    std::string lines_ = std::string(kAtOnce, '\0');
+    char* end_ = lines_.data();
 };
 
 }  // namespace
 
 void AppendJsonLines(const ParsedFile& file, std::string& out) {
-    LineWriter writer(file.path());
-    for (const Row& row : file.rows()) out += writer.Line(row);
+    LineWriter writer(file.path(), out);
+    for (const Row& row : file.rows()) writer.Add(row);
+    writer.Flush();
 }

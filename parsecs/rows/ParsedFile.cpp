@@ -82,6 +82,7 @@ class RowMaker {
         row.depth = static_cast<std::int32_t>(open_.size());
         row.kind = ClassifyRecord(node).kind;
         row.text = node.contents;
+        row.plain = node.look.plain;  // cleaned texts are printable
         return row;
     }
 

@@ -23,6 +23,7 @@ struct Row {
     std::string_view kind;  ///< The kind of the node's record.
     std::string_view name;  ///< What a declaration declares; empty where the text declares nothing.
     std::string_view text;  ///< The node's whole text.
+    bool plain = false;     ///< Whether the text certainly stands in JSON as it is.
     Declaration::Kind declares;  ///< None where there is no name.
     Place begin;  ///< First byte of the text, or of what made the node where it has none.
     Place end;    ///< The ';', the '}' or the last byte that ends it.
