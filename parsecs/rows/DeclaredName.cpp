@@ -31,7 +31,7 @@ struct Word {
     Meaning meaning;
 };
 
-// Sorted. Of the words that begin statements only those are here that another word may follow.
+// Of the words that begin statements only those are here that another word may follow.
 constexpr Word kWords[] = {
     {"abstract", Meaning::Modifier},
     {"as", Meaning::Statement},
@@ -84,32 +84,28 @@ constexpr Word kWords[] = {
     {"yield", Meaning::Statement},
 };
 
-constexpr std::size_t kLetters = 'z' - 'a' + 1;
+// A hash of words of two letters and more; no two of those above share one.
+constexpr std::size_t HashOf(std::string_view word) {
+    const auto byte = [word](std::size_t i) { return static_cast<unsigned char>(word[i]); };
+    return (byte(0) + 19U * byte(1) + 2U * byte(word.size() - 1) + 7U * word.size()) % 256;
+}
 
-// Where the words of each letter begin, and behind the last letter where they all end.
-constexpr std::array<unsigned char, kLetters + 1> kWordsOf = [] {
-    std::array<unsigned char, kLetters + 1> first{};
-    for (std::size_t letter = 0; letter <= kLetters; ++letter) {
-        while (first[letter] < std::size(kWords) &&
-               static_cast<std::size_t>(kWords[first[letter]].text[0] - 'a') < letter) {
-            ++first[letter];
-        }
+// Where in `kWords` the word of each hash is.
+constexpr std::array<unsigned char, 256> kWordsByHash = [] {
+    std::array<unsigned char, 256> words{};
+    for (std::size_t i = 0; i < std::size(kWords); ++i) {
+        words[HashOf(kWords[i].text)] = static_cast<unsigned char>(i);
     }
-    return first;
+    return words;
 }();
 
-Meaning MeaningOf(std::string_view word) {
-    const auto letter = static_cast<std::size_t>(word[0] - 'a');
-    if (letter >= kLetters) return Meaning::Name;
-    for (std::size_t i = kWordsOf[letter]; i < kWordsOf[letter + 1]; ++i) {
-        const std::string_view text = kWords[i].text;
-        // Most words differ in their size or at their end.
-        if (text.size() == word.size() && text.back() == word.back() && text == word) {
-            return kWords[i].meaning;
-        }
-    }
-    return Meaning::Name;
+constexpr Meaning MeaningOf(std::string_view word) {
+    if (word.size() < 2) return Meaning::Name;
+    const Word& candidate = kWords[kWordsByHash[HashOf(word)]];
+    return candidate.text == word ? candidate.meaning : Meaning::Name;
 }
+static_assert(std::all_of(std::begin(kWords), std::end(kWords),
+                          [](const Word& word) { return MeaningOf(word.text) == word.meaning; }));
 
 constexpr bool BeginsWord(char c) { return IsAsciiLetter(c) || c == '_'; }
 
