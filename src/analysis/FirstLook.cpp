@@ -98,12 +98,13 @@ std::optional<bool> DeclaresVariable(std::string_view text, const Parts& parts) 
     return parts.later.others ? std::nullopt : std::optional(true);
 }
 
-// Sets `declares` to `AskParts` of the text, and returns true, if its beginning is enough.
+// Sets `declares` to `AskParts` of the text, and returns true, if its beginning is enough; what it
+// sets otherwise has no meaning.
 bool AskBeginning(std::string_view text, const Later& behindBlock, Declares& declares) {
     Parts parts = FindParts(text, behindBlock);
     if (!parts.known) return false;
     declares.returned = parts.returned;
-    // Most statements are calls and assignments to members.
+    // Neither a function nor a variable: most statements are calls and assignments to members.
     if ((parts.second & (parts.dots | parts.parentheses)) != 0) return true;
     FindAssignments(text, parts);
     const std::optional<bool> function = DeclaresFunction(parts);

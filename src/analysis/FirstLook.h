@@ -6,14 +6,14 @@
 
 #include "analysis/Classifiers.h"
 
-/// What is known of a text. The two prefilters spare a search each.
+/// What is known of a text. The prefilters, which may be true for nothing, spare a search each.
 struct FirstLook {
     bool mayHoldEquality = true;     ///< False when the text certainly holds no "==",
     bool mayHoldClass = true;        ///< no "class",
     bool mayHoldStruct = true;       ///< no "struct",
     bool mayHoldParenthesis = true;  ///< or no "(".
     bool plain = false;              ///< True when it certainly needs no backslash in JSON,
-    bool brief = false;              ///< and when it has at most 64 bytes, and as many behind it.
+    bool brief = false;              ///< and when it has at most 64 bytes: 64 more can be read.
     bool asked = false;              ///< Whether `declares` is set,
     Declares declares;               ///< a cache of `AskParts` of the text.
 };

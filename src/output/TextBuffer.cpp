@@ -17,8 +17,8 @@ TextBuffer::~TextBuffer() { std::free(begin_); }
 char* TextBuffer::Release() {
     constexpr std::string_view kEnd{"\0", 1};
     Writer(*this).Put(kEnd);
-    // A block that is nearly full is not shrunk: otherwise the allocator would have to get the next
-    // one of its size from the system again.
+    // Only a block with much to spare is shrunk. Freed, it tells the allocator up to which size to
+    // keep memory: a little smaller, and the next block of its old size came from the system again.
     const std::size_t size = View().size();
     if (static_cast<std::size_t>(limit_ - begin_) > size + size / 4) Resize(size);
     end_ = limit_ = nullptr;

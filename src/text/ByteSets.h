@@ -2,7 +2,6 @@
 // that the machine has.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>

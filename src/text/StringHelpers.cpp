@@ -1,6 +1,5 @@
 #include "text/StringHelpers.h"
 
-#include <algorithm>
 #include <bit>
 #include <utility>
 

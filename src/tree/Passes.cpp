@@ -22,6 +22,7 @@ void Refine(ObjectBranch& node) {
 
 }  // namespace
 
+// In any order, as each is judged by its own text.
 void GenerateInlineFunctions(ObjectBranch* node) {
     for (ObjectBranch* at = node; at != nullptr; at = NextInPreOrder(at, node)) {
         if (at == node || !at->children.empty()) Refine(*at);

@@ -198,7 +198,8 @@ class Scanner {
     }
 
     // Whether the block is a declaration ("namespace N", "class A", "else"): a header without
-    // parentheses. A struct is none, but its block and those inside become defines.
+    // parentheses. A struct is none, but its block and those inside become defines. That the header
+    // is reduced by now changes nothing that is looked for.
     bool OpensDeclaration(const ObjectBranch& block) {
         if (s_.inDirective || !s_.declarationMode) return false;
         const bool parenthesis = block.look.mayHoldParenthesis && Contains(block.contents, "(");
