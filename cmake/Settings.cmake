@@ -17,6 +17,6 @@ if(PLUGINCS_PORTABLE)
 endif()
 if(PLUGINCS_SANITIZE)
   target_compile_options(plugincs_settings INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(plugincs_settings INTERFACE -fsanitize=address,undefined)
+    -fsanitize=${PLUGINCS_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(plugincs_settings INTERFACE -fsanitize=${PLUGINCS_SANITIZE})
 endif()

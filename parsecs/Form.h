@@ -1,19 +1,23 @@
-// What a form of output is to the program: how one file becomes bytes, and where they go.
+// What a form of output is to the program: how one file becomes a piece of it, and where the pieces
+// go.
 //
-// Files are parsed by worker processes, each with its own copy of the parser's state; the parent
-// gathers what they made, in the order of the inputs.
+// Pieces are made in several threads at once. All else happens in the main thread, in the order of
+// the inputs.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <stdexcept>
 #include <string>
-#include <string_view>
+
+#include "process/Traces.h"
 
 /// A source as it was read.
 struct ReadSource {
     std::string path;           ///< As its rows and records bear it.
     std::string text;           ///< All its bytes.
     std::int64_t modified = 0;  ///< Nanoseconds since the epoch.
+    Traces traces{nullptr};     ///< Where the parser's messages go.
 };
 
 /// How the parse of a file went.
@@ -35,6 +39,19 @@ struct FoundFile {
     std::int64_t modified = 0;  ///< Nanoseconds since the epoch.
 };
 
+/// What a form made of one file. Each form has a kind of its own.
+struct Piece {
+    Piece() = default;
+    Piece(const Piece&) = delete;
+    Piece& operator=(const Piece&) = delete;
+    virtual ~Piece() = default;
+};
+
+struct MadeFile {
+    FileOutcome outcome;
+    std::unique_ptr<Piece> piece;  ///< Null for a file that was given up.
+};
+
 /// An output of one file alone cannot be written: the other files may fare better.
 struct OutputFailure : std::runtime_error {
     using std::runtime_error::runtime_error;
@@ -47,20 +64,20 @@ class Form {
     Form& operator=(const Form&) = delete;
     virtual ~Form() = default;
 
-    /// In the parent, for each input, in order: whether it has to be parsed.
+    /// For each input: whether it has to be parsed.
     virtual bool Wants(const FoundFile& /*file*/) { return true; }
 
-    /// In a worker: appends to `made` what the parent shall have of the file. May throw
-    /// std::bad_alloc: the file is given up.
-    virtual FileOutcome Make(ReadSource source, std::string& made) const = 0;
+    /// In any thread, beside calls of all members here: makes the file's piece. What it throws is
+    /// that file's failure alone.
+    virtual MadeFile Make(ReadSource source) const = 0;
 
-    /// In the parent, in the order of the inputs: takes what Make made of a file that was not given
-    /// up. Throws OutputFailure when this file's output cannot be written, any other
-    /// std::runtime_error when none can, with a message for people that names the output.
-    virtual void Take(const FoundFile& file, std::string_view made) = 0;
+    /// Takes the piece that Make made of a file that was not given up. Throws OutputFailure when
+    /// this file's output cannot be written, any other std::runtime_error when none can, with a
+    /// message for people that names the output.
+    virtual void Take(const FoundFile& file, Piece& piece) = 0;
 
-    /// In the parent, when all files have been taken. `complete` is false when the run broke off,
-    /// or when there were files and all of them failed: nothing may be left behind then. A run that
-    /// a signal ends does not come here: see output/Temporary.h. Throws as Take does.
+    /// When all files have been taken. `complete` is false when the run broke off, or when there
+    /// were files and all of them failed: nothing may be left behind then. A run that a signal ends
+    /// does not come here: see output/Temporary.h. Throws as Take does.
     virtual void Finish(bool complete) = 0;
 };

@@ -1,4 +1,4 @@
-// parsecs: shows the structure of source files, each parsed by one of several worker processes.
+// parsecs: shows the structure of source files, each parsed by one of several threads.
 #include <exception>
 #include <memory>
 
@@ -11,7 +11,7 @@
 #include "parsecs/map/MapForm.h"
 #include "parsecs/output/OutputFile.h"
 #include "parsecs/output/Temporary.h"
-#include "parsecs/run/Messages.h"
+#include "parsecs/report/Messages.h"
 #include "parsecs/run/Run.h"
 #include "parsecs/text/TextForm.h"
 
@@ -33,7 +33,7 @@ std::unique_ptr<Form> MakeForm(const Options& options, const Inputs& inputs) {
     }
 }
 
-int Parse(Options options) {
+int ParseInputs(Options options) {
     SettleOutput(options);
     CheckPlan(options);
     const Inputs inputs = FindInputs(options);
@@ -49,7 +49,7 @@ int main(int argc, char** argv) {
     RemoveTemporariesOnSignals();
     try {
         const Options options = ReadCommandLine(argc, argv);
-        return options.about == Options::About::Nothing ? Parse(options) : ShowAbout(options);
+        return options.about == Options::About::Nothing ? ParseInputs(options) : ShowAbout(options);
     } catch (const UsageError& error) {
         Say(error.what());
         return kUsage;

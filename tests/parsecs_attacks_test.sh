@@ -78,26 +78,30 @@ for round in {1..50}; do
     [ $signal != KILL ] || find out -name '.parsecs-*' -delete 2>err
     check_outputs "$signal"
 done
-[ -z "$(pgrep -f "^$parsecs")" ] || fail "workers outlive their parent"
 begin 1
 (ulimit -f 32 && "$parsecs" --strict --into out many 2>err)
 [ $? = 3 ] && grep -q '^parsecs: out/many/.*: File too large$' err || fail "full disk: $(tail -n 1 err)"
 check_outputs "full disk"
 
-# Rivals, and more workers than files are ready for.
+# Rivals, and more threads than files are ready for.
 rm -rf out
 "$parsecs" --strict --into out many 2>err & "$parsecs" -j1 --strict --into out many 2>err2
 wait $! && diff -rq new out || fail "two runs: $(cat err err2)"
 sources more 1000
 "$parsecs" -j 1 --jsonl more >one 2>err && "$parsecs" -j 8 --jsonl more 2>err | cmp - one || fail "$(cat err)"
 
-# A worker that dies while it reads a pipe.
-mkfifo more/500.cs.pipe
-"$parsecs" -j1 --jsonl more/499.cs more/500.cs.pipe more/sub/501.cs more/502.cs >rest 2>err &
-parent=$!
-exec 9>more/500.cs.pipe # waits until it is being read
-kill -KILL $(pgrep -P $parent)
-wait $parent
-[ "$? $(grep -c '"id":0,' rest)" = "1 3" ] && grep -q '500.cs.pipe: given up: .* died: Killed$' err ||
-    fail "a worker's death: $(cat err)"
+# Not enough threads, and not enough memory for one file.
+(ulimit -u 1 && "$parsecs" -j 8 --jsonl more 2>err) | cmp - one || fail "no threads: $(cat err)"
+huge=$(mktemp -p /dev/shm)
+if truncate -s 9223372036854775807 "$huge" 2>err; then
+    (setsid --wait "$parsecs" -j2 --jsonl more/499.cs "$huge" more/502.cs >rest 2>err)
+    [ "$? $(grep -c '"id":0,' rest)" = "1 2" ] && grep -q "^parsecs: $huge: given up: too large$" err ||
+        fail "a huge file: $(cat err)"
+fi
+rm -f "$huge"
+
+# A run whose output fails does not wait for a file that never ends.
+mkfifo never
+timeout 20 "$parsecs" -j2 --jsonl few never >/dev/full 2>err
+[ $? = 3 ] || fail "an output that fails: $(cat err)"
 exit $((failures > 0))

@@ -66,13 +66,14 @@ const Option kPlaces[] = {
 };
 
 const Option kOthers[] = {
-    {'j', "jobs", "N", "Parse with N processes, all cores by default. The output is the same.",
-     SetJobs},
+    {'j', "jobs", "N",
+     "Parse with N threads, one for each core by default. The output is the same.", SetJobs},
     {0, "color", "auto|always|never",
      "Colours in outlines: on a terminal by default, unless "
      "NO_COLOR is set.",
      SetColour},
-    {0, "traces", "", "Show on standard error what the parser says of itself.",
+    {0, "traces", "",
+     "Show on standard error what the parser says of itself, and parse with one thread.",
      [](Options& o, const std::string&) { o.traces = true; }},
     {'h', "help", "", "Show this help.",
      [](Options& o, const std::string&) { o.about = Options::About::Help; }},
@@ -107,7 +108,9 @@ const Example kExampleRows[] = {
 const std::string_view kParagraphRows[] = {
     "A folder stands for the regular files named *.cs at any depth below it; links to folders are "
     "not followed there. Other files are taken by their names, a file that is named twice once. "
-    "Files are parsed by worker processes; one that crashes costs the file it was at.",
+    "Files are parsed in several threads. One that is too large for the memory is given up, and "
+    "the "
+    "others go on.",
     "Without -o or --into the output goes to standard output. A file appears whole or not at all: "
     "it is written under a name of its own and put in place by renaming, with the mode of the old "
     "one, and where a symbolic link leads to. What lies outside of the folder that you are in has "

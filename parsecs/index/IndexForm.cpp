@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -11,9 +12,10 @@
 
 #include "parsecs/index/Bases.h"
 #include "parsecs/index/Sql.h"
+#include "parsecs/input/NormalPath.h"
 #include "parsecs/output/OutputFile.h"
 #include "parsecs/rows/Outcome.h"
-#include "parsecs/rows/RowCodec.h"
+#include "parsecs/rows/RowKinds.h"
 
 namespace {
 
@@ -24,21 +26,23 @@ namespace fs = std::filesystem;
 constexpr std::int64_t kApplication = 0x70726373;
 constexpr std::int64_t kFormat = 1;
 
-// As the database has it: the same file under one name, however it was given.
-std::string NormalPath(const std::string& path) {
-    const bool plain = path.find("//") == std::string::npos &&
-                       path.find("./") == std::string::npos && !path.ends_with('/');
-    // As most are; or ".." may lead anywhere, by way of links.
-    if (plain || path.find("..") != std::string::npos) return path;
-    std::string normal = fs::path(path).lexically_normal().string();
-    if (normal.size() > 1 && normal.back() == '/') normal.pop_back();
-    return normal;
-}
-
 // Only a path of which the system says so: what cannot be examined may come back.
 bool IsGone(const std::string& path) {
     struct stat status {};
     return lstat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
+// FNV-1a, 64 bits.
+std::uint64_t HashOf(std::string_view bytes) {
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    for (const char byte : bytes) {
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
+    }
+    return hash;
+}
+
+std::int64_t KindNumber(std::string_view kind) {
+    return std::find(kRowKinds.begin(), kRowKinds.end(), kind) - kRowKinds.begin();
 }
 
 std::int64_t NumberOf(Database& database, std::string_view sql) {
@@ -47,6 +51,19 @@ std::int64_t NumberOf(Database& database, std::string_view sql) {
 }
 
 }  // namespace
+
+struct IndexForm::FilePiece : Piece {
+    explicit FilePiece(std::uint64_t hashOfText) : hash(hashOfText) {}
+    FilePiece(std::uint64_t hashOfText, ReadSource source) : hash(hashOfText) {
+        file.emplace(std::move(source));
+        functions = FiguresOf(file->rows());
+    }
+
+    std::uint64_t hash;
+    std::optional<ParsedFile> file;       // nothing where the hash is the one that was known
+    std::optional<std::int32_t> stopped;  // in this line, unless it went through
+    std::vector<FunctionFigures> functions;
+};
 
 struct IndexForm::Statements {
     explicit Statements(Database& database)
@@ -139,81 +156,85 @@ void IndexForm::LoadFiles() {
         const auto bytes = static_cast<std::uint64_t>(file.Number(2));
         const auto hash = static_cast<std::uint64_t>(file.Number(4));
         const bool whole = file.Number(5) != 0;
-        files_.emplace(file.Text(0), KnownFile{file.Number(1), bytes, file.Number(3), hash, whole});
+        known_.emplace(file.Text(0), KnownFile{file.Number(1), bytes, file.Number(3), hash, whole});
     }
 }
 
 bool IndexForm::Wants(const FoundFile& file) {
-    KnownFile& known = files_.try_emplace(NormalPath(file.path), KnownFile{}).first->second;
-    known.seen = true;
-    known.failed = !known.whole || known.bytes != file.bytes || known.modified != file.modified;
-    return known.failed;
-}
-
-FileOutcome IndexForm::Make(ReadSource source, std::string& made) const {
-    const std::uint64_t hash = HashOf(source.text);
-    const auto known = files_.find(NormalPath(source.path));
-    if (known != files_.end() && known->second.whole && known->second.hash == hash) {
-        EncodeUnchanged(hash, made);
-        return {FileOutcome::Kind::Unchanged, 0};
-    }
-    const ParsedFile file(std::move(source.path), std::move(source.text));
-    const FileOutcome outcome = OutcomeOf(file);
-    EncodeFile(hash, outcome, file, made);
-    return outcome;
-}
-
-void IndexForm::Take(const FoundFile& file, std::string_view made) {
     const std::string path = NormalPath(file.path);
-    KnownFile& known = files_[path];
-    const FileIndex index = DecodeFile(made);
-    const bool same = known.id != 0 && known.hash == index.hash;
-    const bool touched = known.bytes != file.bytes || known.modified != file.modified;
-    known.failed = false;
-    if (same && !touched) return;
-    if (known.id != 0 && !same) Remove(known.id);
-    if (known.id == 0) known.id = nextFile_++;
-    known.bytes = file.bytes;
-    known.modified = file.modified;
-    known.hash = index.hash;
-    same ? Touch(known) : PutFile(path, known, index);
+    seen_.insert(path);
+    const KnownFile* const known = Known(path);
+    const bool unchanged = known != nullptr && known->whole && !IsTouched(*known, file);
+    if (!unchanged) failed_.insert(path);
+    return !unchanged;
+}
+
+MadeFile IndexForm::Make(ReadSource source) const {
+    const std::uint64_t hash = HashOf(source.text);
+    const KnownFile* const known = Known(NormalPath(source.path));
+    if (known != nullptr && known->whole && known->hash == hash) {
+        return {{FileOutcome::Kind::Unchanged, 0}, std::make_unique<FilePiece>(hash)};
+    }
+    auto piece = std::make_unique<FilePiece>(hash, std::move(source));
+    const FileOutcome outcome = OutcomeOf(*piece->file);
+    if (outcome.kind == FileOutcome::Kind::GivenUp) return {outcome, nullptr};
+    if (outcome.kind == FileOutcome::Kind::StoppedEarly) piece->stopped = outcome.line;
+    return {outcome, std::move(piece)};
+}
+
+void IndexForm::Take(const FoundFile& file, Piece& made) {
+    const auto& piece = static_cast<const FilePiece&>(made);
+    const std::string path = NormalPath(file.path);
+    const KnownFile* const known = Known(path);
+    failed_.erase(path);
+    const bool same = known != nullptr && known->hash == piece.hash;
+    if (same && !IsTouched(*known, file)) return;
     changed_ = true;
+    if (same) return Touch(known->id, file);
+    if (known != nullptr) Remove(known->id);
+    PutFile(known == nullptr ? nextFile_++ : known->id, path, file, piece);
 }
 
-void IndexForm::Touch(const KnownFile& file) {
+const IndexForm::KnownFile* IndexForm::Known(const std::string& path) const {
+    const auto found = known_.find(path);
+    return found == known_.end() ? nullptr : &found->second;
+}
+
+bool IndexForm::IsTouched(const KnownFile& known, const FoundFile& file) {
+    return known.bytes != file.bytes || known.modified != file.modified;
+}
+
+void IndexForm::Touch(std::int64_t id, const FoundFile& file) {
     const auto bytes = static_cast<std::int64_t>(file.bytes);
-    statements_->touchFile.With(bytes).With(file.modified).With(file.id).Run();
+    statements_->touchFile.With(bytes).With(file.modified).With(id).Run();
 }
 
-void IndexForm::PutFile(const std::string& path, const KnownFile& file, const FileIndex& index) {
+void IndexForm::PutFile(std::int64_t id, const std::string& path, const FoundFile& file,
+                        const FilePiece& piece) {
     const std::int64_t first = nextNode_;
-    for (const FunctionFigures& figures : index.functions) {
+    for (const FunctionFigures& figures : piece.functions) {
         statements_->putFunction.With(first + figures.id).With(first + figures.last);
         statements_->putFunction.With(figures.size).With(figures.nesting);
         statements_->putFunction.With(figures.branches).With(figures.loops).Run();
     }
-    PutRows(file.id, index.rows);
+    for (const Row& row : piece.file->rows()) PutRow(id, first, row);
     Statement& put = statements_->putFile;
-    put.With(file.id).With(path).With(static_cast<std::int64_t>(file.bytes));
-    put.With(file.modified).With(static_cast<std::int64_t>(file.hash));
-    index.stopped < 0 ? put.WithNull() : put.With(index.stopped);
+    put.With(id).With(path).With(static_cast<std::int64_t>(file.bytes));
+    put.With(file.modified).With(static_cast<std::int64_t>(piece.hash));
+    piece.stopped ? put.With(*piece.stopped) : put.WithNull();
     put.With(first).With(nextNode_ - 1).Run();
 }
 
-void IndexForm::PutRows(std::int64_t file, std::string_view rows) {
-    const std::int64_t first = nextNode_;
+void IndexForm::PutRow(std::int64_t file, std::int64_t first, const Row& row) {
     Statement& put = statements_->putNode;
-    RowReader reader(rows);
-    for (Row row; reader.Next(row);) {
-        put.With(first + row.id).With(file);
-        row.parent < 0 ? put.WithNull() : put.With(row.id - row.parent);
-        put.With(row.last - row.id).With(row.depth).With(KindNumber(row.kind));
-        put.With(row.begin.line).With(row.begin.column).With(row.end.line - row.begin.line);
-        row.name.empty() ? put.WithNull() : put.With(row.name);
-        put.With(row.text).Run();
-        if (row.declares == Declaration::Kind::Type) PutBases(first + row.id, row.text);
-        nextNode_ = first + row.id + 1;
-    }
+    put.With(first + row.id).With(file);
+    row.parent < 0 ? put.WithNull() : put.With(row.id - row.parent);
+    put.With(row.last - row.id).With(row.depth).With(KindNumber(row.kind));
+    put.With(row.begin.line).With(row.begin.column).With(row.end.line - row.begin.line);
+    row.name.empty() ? put.WithNull() : put.With(row.name);
+    put.With(row.text).Run();
+    if (row.declares == Declaration::Kind::Type) PutBases(first + row.id, row.text);
+    nextNode_ = first + row.id + 1;
 }
 
 void IndexForm::PutBases(std::int64_t type, std::string_view header) {
@@ -233,10 +254,9 @@ void IndexForm::Remove(std::int64_t file) {
 
 // Files that are no longer there, and those of which this run could make nothing.
 void IndexForm::RemoveLost() {
-    for (const auto& [path, known] : files_) {
-        if (known.id == 0) continue;
-        const bool vanished = !known.seen && IsBelowInputs(path) && IsGone(path);
-        if (vanished || known.failed) Remove(known.id);
+    for (const auto& [path, known] : known_) {
+        const bool vanished = !seen_.contains(path) && IsBelowInputs(path) && IsGone(path);
+        if (vanished || failed_.contains(path)) Remove(known.id);
     }
 }
 

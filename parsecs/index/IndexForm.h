@@ -14,11 +14,9 @@
 
 #include "parsecs/Form.h"
 #include "parsecs/index/Database.h"
-#include "parsecs/index/FileIndex.h"
+#include "parsecs/index/FunctionFigures.h"
 #include "parsecs/output/Temporary.h"
 
-/// Made in the parent before its workers are: they need to know the files as they were. It is the
-/// parent's to destroy.
 class IndexForm : public Form {
   public:
     /// The inputs are files and folders as they were given; files below them that are no longer
@@ -29,20 +27,20 @@ class IndexForm : public Form {
 
     /// Not if the database has it with this size and time.
     bool Wants(const FoundFile& file) override;
-    FileOutcome Make(ReadSource source, std::string& made) const override;
-    void Take(const FoundFile& file, std::string_view made) override;
+    MadeFile Make(ReadSource source) const override;
+    void Take(const FoundFile& file, Piece& made) override;
     void Finish(bool complete) override;
 
   private:
+    /// A file as the database had it before this run.
     struct KnownFile {
-        std::int64_t id = 0;  ///< 0 for one that the database does not have.
-        std::uint64_t bytes = 0;
-        std::int64_t modified = 0;
-        std::uint64_t hash = 0;
-        bool whole = false;   ///< Others are parsed again, so that each run can name them.
-        bool seen = false;    ///< Among the inputs.
-        bool failed = false;  ///< Wanted, and not taken so far.
+        std::int64_t id;
+        std::uint64_t bytes;
+        std::int64_t modified;
+        std::uint64_t hash;
+        bool whole;  ///< Others are parsed again, so that each run can name them.
     };
+    struct FilePiece;
     struct Statements;
 
     void StartAnew();
@@ -50,9 +48,12 @@ class IndexForm : public Form {
     void CheckIsOurs();
     void CheckRoot();
     void LoadFiles();
-    void Touch(const KnownFile& file);
-    void PutFile(const std::string& path, const KnownFile& file, const FileIndex& index);
-    void PutRows(std::int64_t file, std::string_view rows);
+    const KnownFile* Known(const std::string& path) const;
+    static bool IsTouched(const KnownFile& known, const FoundFile& file);
+    void Touch(std::int64_t id, const FoundFile& file);
+    void PutFile(std::int64_t id, const std::string& path, const FoundFile& file,
+                 const FilePiece& piece);
+    void PutRow(std::int64_t file, std::int64_t first, const Row& row);
     void PutBases(std::int64_t type, std::string_view header);
     void Remove(std::int64_t file);
     void RemoveLost();
@@ -65,7 +66,10 @@ class IndexForm : public Form {
     std::optional<TemporaryFile> building_;  // none for an update
     std::unique_ptr<Database> database_;
     std::unique_ptr<Statements> statements_;
-    std::unordered_map<std::string, KnownFile> files_;  // by path
+    // By path. Threads read what was known, so it stays as it was loaded.
+    std::unordered_map<std::string, KnownFile> known_;
+    std::unordered_set<std::string> seen_;    // among the inputs
+    std::unordered_set<std::string> failed_;  // wanted, and not taken so far
     std::int64_t nextFile_ = 1;
     std::int64_t nextNode_ = 1;
     bool changed_ = false;

@@ -10,6 +10,7 @@
 #include <unordered_set>
 
 #include "parsecs/input/InputList.h"
+#include "parsecs/input/NormalPath.h"
 
 namespace {
 
@@ -28,10 +29,10 @@ std::int64_t Nanoseconds(const struct stat& status) {
 
 // Devices never end, but for those that people type into or that hold nothing.
 bool IsEndless(const std::string& path, const struct stat& status) {
-    if (S_ISBLK(status.st_mode)) return true;
+    if (!S_ISCHR(status.st_mode)) return S_ISBLK(status.st_mode);
     struct stat null {};
     const bool isNull = stat("/dev/null", &null) == 0 && null.st_rdev == status.st_rdev;
-    return S_ISCHR(status.st_mode) && !isNull && !(path == "-" && isatty(STDIN_FILENO) != 0);
+    return !isNull && !(path == "-" && isatty(STDIN_FILENO) != 0);
 }
 
 class Finder {
@@ -61,12 +62,9 @@ class Finder {
         found_.failures.push_back({path, reason});
     }
 
-    // A path with a ".." may lead anywhere by way of links, and stays as it is.
     void AddFile(const std::string& path, const struct stat& status) {
-        const fs::path name(path);
-        const bool plain = std::find(name.begin(), name.end(), "..") == name.end();
-        if (!known_.insert(plain ? name.lexically_normal().string() : path).second) return;
-        found_.identities.insert(IdentityOf(status));
+        if (!known_.insert(NormalPath(path)).second) return;
+        found_.identities.push_back(IdentityOf(status));
         found_.files.push_back(
             {path, static_cast<std::uint64_t>(status.st_size), Nanoseconds(status)});
     }
@@ -127,7 +125,8 @@ class Finder {
 
 bool Inputs::Holds(const std::string& path) const {
     struct stat status {};
-    return stat(path.c_str(), &status) == 0 && identities.contains(IdentityOf(status));
+    if (stat(path.c_str(), &status) != 0) return false;
+    return std::find(identities.begin(), identities.end(), IdentityOf(status)) != identities.end();
 }
 
 Inputs FindInputs(const Options& options) {

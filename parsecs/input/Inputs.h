@@ -3,7 +3,6 @@
 
 #include <sys/types.h>
 
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,7 +19,7 @@ using FileIdentity = std::pair<dev_t, ino_t>;
 
 struct Inputs {
     std::vector<FoundFile> files;  ///< Each once, folders in the order of their names' bytes.
-    std::set<FileIdentity> identities;
+    std::vector<FileIdentity> identities;
     std::vector<std::string> named;  ///< As they were given, those of the list among them.
     std::vector<InputFailure> failures;
 

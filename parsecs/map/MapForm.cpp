@@ -5,7 +5,6 @@
 #include "parsecs/map/MapPage.h"
 #include "parsecs/output/OutputFile.h"
 #include "parsecs/rows/Outcome.h"
-#include "parsecs/rows/RowCodec.h"
 
 namespace {
 
@@ -13,22 +12,25 @@ namespace {
 constexpr std::size_t kMostFiles = 10'000;
 constexpr std::size_t kMostRows = 3'000'000;
 
+struct RowsPiece : Piece {
+    explicit RowsPiece(ReadSource source) : file(std::move(source)) {}
+    ParsedFile file;
+};
+
 }  // namespace
 
-FileOutcome MapForm::Make(ReadSource source, std::string& made) const {
-    const ParsedFile file(std::move(source.path), std::move(source.text));
-    EncodeRows(file, made);
-    return OutcomeOf(file);
+MadeFile MapForm::Make(ReadSource source) const {
+    auto piece = std::make_unique<RowsPiece>(std::move(source));
+    const FileOutcome outcome = OutcomeOf(piece->file);
+    if (outcome.kind == FileOutcome::Kind::GivenUp) return {outcome, nullptr};
+    return {outcome, std::move(piece)};
 }
 
-void MapForm::Take(const FoundFile& file, std::string_view made) {
-    rows_.clear();
-    RowReader reader(made);
-    for (Row row; reader.Next(row);) rows_.push_back(row);
-    const std::string path = file.path == "-" ? "/dev/stdin" : file.path;
-    definitions_.Add(path, rows_);
+void MapForm::Take(const FoundFile& /*file*/, Piece& piece) {
+    const ParsedFile& file = static_cast<const RowsPiece&>(piece).file;
+    definitions_.Add(file.path(), file.rows());
     if (!statements_) return;
-    statements_->Add(path, rows_);
+    statements_->Add(file.path(), file.rows());
     if (statements_->files() > kMostFiles || statements_->rows() > kMostRows) statements_.reset();
 }
 

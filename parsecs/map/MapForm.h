@@ -3,8 +3,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "parsecs/Form.h"
 #include "parsecs/map/MapColumns.h"
@@ -14,8 +12,8 @@ class MapForm : public Form {
     /// The page becomes the file `output`.
     explicit MapForm(std::string output) : output_(std::move(output)) {}
 
-    FileOutcome Make(ReadSource source, std::string& made) const override;
-    void Take(const FoundFile& file, std::string_view made) override;
+    MadeFile Make(ReadSource source) const override;
+    void Take(const FoundFile& file, Piece& piece) override;
     void Finish(bool complete) override;
 
   private:
@@ -23,5 +21,4 @@ class MapForm : public Form {
     MapColumns definitions_{MapDetail::Definitions};
     /// Nothing once there are more than a browser shows at ease.
     std::optional<MapColumns> statements_{MapDetail::Statements};
-    std::vector<Row> rows_;  // of the file that is being taken
 };

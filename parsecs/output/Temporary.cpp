@@ -6,56 +6,29 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
 
-namespace {
+#include "parsecs/output/Signals.h"
 
-constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+namespace {
 
 // What the handler of signals sees: a path, or null.
 std::array<std::atomic<const char*>, 8> removed;
 
-pid_t owner = -1;  // the process whose files they are, and not one that it forked
+void RemoveAll() {
+    for (const auto& path : removed) {
+        if (path != nullptr) unlink(path);
+    }
+}
 
 // The handler is gone by the time it runs: the signal that is raised ends the program.
-void RemoveAndEnd(int signal) {
-    for (const auto& path : removed) {
-        if (path != nullptr && getpid() == owner) unlink(path);
-    }
+void RemoveAllAndRaise(int signal) {
+    RemoveAll();
     raise(signal);
 }
-
-void SetHandler(int signal, void (*handler)(int)) {
-    struct sigaction action {};
-    sigaction(signal, nullptr, &action);
-    if (action.sa_handler == SIG_IGN) return;
-    action = {};
-    action.sa_handler = handler;
-    action.sa_flags = SA_NODEFER;
-    if (handler != SIG_DFL) action.sa_flags |= static_cast<int>(SA_RESETHAND);
-    sigaction(signal, &action, nullptr);
-}
-
-// No signal ends the program as long as it lives.
-class SignalsWait {
-  public:
-    SignalsWait() {
-        sigset_t ending;
-        sigemptyset(&ending);
-        for (const int signal : kEndingSignals) sigaddset(&ending, signal);
-        sigprocmask(SIG_BLOCK, &ending, &before_);
-    }
-    SignalsWait(const SignalsWait&) = delete;
-    SignalsWait& operator=(const SignalsWait&) = delete;
-    ~SignalsWait() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
-
-  private:
-    sigset_t before_;
-};
 
 [[noreturn]] void ThrowError() { throw std::system_error(errno, std::generic_category()); }
 
@@ -67,13 +40,11 @@ mode_t NewFileMode() {
 
 }  // namespace
 
-void RemoveTemporariesOnSignals() {
-    owner = getpid();
-    for (const int signal : kEndingSignals) SetHandler(signal, RemoveAndEnd);
-}
+void RemoveTemporariesOnSignals() { HandleEndingSignals(RemoveAllAndRaise); }
 
-void ForgetTemporaries() {
-    for (const int signal : kEndingSignals) SetHandler(signal, SIG_DFL);
+void RemoveTemporariesAndEnd(int exitCode) {
+    RemoveAll();
+    _exit(exitCode);
 }
 
 TemporaryFile::TemporaryFile(const std::string& target) : target_(target) {

@@ -1,5 +1,5 @@
-// Files that are not yet what they shall be: each goes when its owner does, and when a signal ends
-// the program.
+// Unfinished files: each is removed with its owner, and when a signal ends the program. They are
+// for the main thread, which alone hears such signals.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 /// program. Those that are ignored stay so.
 void RemoveTemporariesOnSignals();
 
-/// In a process that was forked: signals end it as they do by default, and remove nothing.
-void ForgetTemporaries();
+/// Removes all temporary files and ends the program at once, whatever its threads do.
+[[noreturn]] void RemoveTemporariesAndEnd(int exitCode);
 
 /// A file with a name of its own in the folder of the file whose place it is to take.
 class TemporaryFile {

@@ -1,4 +1,4 @@
-// The module's own bytes, made without loading it.
+// The module's own bytes, from the code that it is made of.
 #pragma once
 
 #include <string>

@@ -4,15 +4,8 @@
 
 #include "output/RecordClassification.h"
 #include "plugin/Pipeline.h"
-#include "process/ModuleState.h"
 
 namespace {
-
-// Counters start before the file's root is made, which takes the first id.
-std::string CountFromHere(std::string path) {
-    StartCounting();
-    return path;
-}
 
 // Walks the tree as its nodes open and close: so it asks for places in the order of the source,
 // but for a directive that closes a section and opens the next one.
@@ -96,14 +89,13 @@ class RowMaker {
 
 }  // namespace
 
-ParsedFile::ParsedFile(std::string path, std::string source)
-    : file_(CountFromHere(std::move(path)), std::move(source)) {
-    const std::size_t size = file_.text.size();
-    Lines lines(file_.text);
+ParsedFile::ParsedFile(ReadSource source)
+    : parse_(std::move(source.path), std::move(source.text), source.traces) {
+    const std::size_t size = parse_.text.size();
+    Lines lines(parse_.text);
     SourcePlaces places;
-    const ScanStep end = BuildTree(file_, places);
-    if (end == ScanStep::Abandon) return;
-    outcome_ = end == ScanStep::Stop ? Outcome::StoppedEarly : Outcome::Whole;
-    rows_.reserve(static_cast<std::size_t>(objectCount) + 2);
-    RowMaker(size, lines, places, rows_).Add(file_.root);
+    BuildTree(parse_, places);
+    if (parse_.end == Parse::End::Abandoned) return;
+    rows_.reserve(static_cast<std::size_t>(parse_.objectCount) + 2);
+    RowMaker(size, lines, places, rows_).Add(parse_.root);
 }

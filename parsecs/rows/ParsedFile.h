@@ -6,9 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "parsecs/Form.h"
 #include "parsecs/rows/DeclaredName.h"
 #include "parsecs/rows/Lines.h"
-#include "tree/SourceFile.h"
+#include "tree/Parse.h"
 
 /// One node. Its subtree has the ids from `id` to `last`.
 ///
@@ -29,27 +30,23 @@ struct Row {
     Place end;    ///< The ';', the '}' or the last byte that ends it.
 };
 
-/// Parses on construction. The parser's state is one per process: one file at a time, though parsed
-/// files stay as they are.
+/// Parses on construction.
 class ParsedFile {
   public:
-    /// `path` is the name that the rows bear, `source` what was read from it. Throws
-    /// std::bad_alloc.
-    ParsedFile(std::string path, std::string source);
+    /// Throws std::bad_alloc.
+    explicit ParsedFile(ReadSource source);
     ParsedFile(const ParsedFile&) = delete;
     ParsedFile& operator=(const ParsedFile&) = delete;
 
-    /// Whole; or stopped early, at braces that do not match; or given up, without any rows.
-    enum class Outcome { Whole, StoppedEarly, GivenUp };
-    Outcome outcome() const { return outcome_; }
+    /// Abandoned without any rows.
+    Parse::End end() const { return parse_.end; }
 
     /// In pre-order, which is the order of the source and of the ids. Views are valid as long as
     /// this object is.
     const std::vector<Row>& rows() const { return rows_; }
-    const std::string& path() const { return file_.path; }
+    const std::string& path() const { return parse_.path; }
 
   private:
-    SourceFile file_;
-    Outcome outcome_ = Outcome::GivenUp;
+    Parse parse_;
     std::vector<Row> rows_;
 };

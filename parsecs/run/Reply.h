@@ -1,4 +1,4 @@
-// What a worker process says about a file.
+// What came of a file.
 #pragma once
 
 #include <cstdint>
@@ -8,19 +8,14 @@
 
 struct Reply {
     enum class Kind : std::uint8_t {
-        Made,        ///< `text` is what the form made of the file; see `outcome`.
-        Unreadable,  ///< `text` says why, here and below.
-        NoMemory,
-        Crashed,
+        Made,        ///< See `made`.
+        Unreadable,  ///< `reason` says why, here and below.
+        Failed,      ///< While its piece was made.
     };
     Kind kind = Kind::Made;
-    FileOutcome outcome;
-    std::string text;
+    MadeFile made;
+    std::string reason;
 };
 
-/// Before each text on its way from a worker.
-struct ReplyHead {
-    Reply::Kind kind;
-    FileOutcome outcome;
-    std::uint64_t size;  ///< Of the text.
-};
+/// Reads the file and has the form make its piece. Whatever fails is told in the reply.
+Reply ReplyTo(const FoundFile& file, const Form& form, Traces traces) noexcept;

@@ -1,73 +1,109 @@
+// The road of a file: it is wanted and ordered, read and made into a piece in some thread, taken
+// when those before it are, and reported.
 #include "parsecs/run/Run.h"
 
+#include <algorithm>
+#include <chrono>
 #include <deque>
+#include <exception>
 
-#include "parsecs/run/Messages.h"
-#include "parsecs/run/Progress.h"
-#include "parsecs/run/Report.h"
+#include "parsecs/output/Temporary.h"
+#include "parsecs/report/Messages.h"
+#include "parsecs/report/Progress.h"
+#include "parsecs/report/Report.h"
 #include "parsecs/run/Workers.h"
 
 namespace {
+
+// What is under way at most: enough for threads to go on while one of them is at a large file.
+constexpr std::size_t kMostFiles = 256;
+constexpr std::uint64_t kMostBytes = 4U << 20U;  // of sources
+
+// With messages there is one: those of several would come in any order.
+unsigned ThreadsFor(const Options& options, std::size_t files) {
+    if (options.traces) return 1;
+    const std::size_t wanted = options.jobs == 0 ? UsableCores() : options.jobs;
+    return static_cast<unsigned>(std::min(wanted, std::max<std::size_t>(1, files)));
+}
 
 class Runner {
   public:
     Runner(const Options& options, const Inputs& inputs, Form& form)
         : files_(inputs.files),
           form_(form),
-          workers_(options.jobs == 0 ? UsableCores() : options.jobs, form, files_, options.traces),
-          progress_(options, files_) {
+          traces_(options.traces ? stderr : nullptr),
+          progress_(options, files_),
+          workers_(ThreadsFor(options, files_.size()) - 1) {
         for (const auto& [path, reason] : inputs.failures) report_.NoteUnreadable(path, reason);
     }
 
-    // All files, unless no output can be written.
+    // All files, unless no output can be written: then it throws.
     void ParseAll() {
         while (true) {
             OrderSome();
             if (ordered_.empty()) return;
-            if (!workers_.IsDone(ordered_.front())) {
-                workers_.Wait(ordered_.front());
-            } else {
-                Take(ordered_.front());
-                ordered_.pop_front();
-            }
+            Take(*ordered_.front().file, Awaited(ordered_.front().reply));
+            bytes_ -= ordered_.front().file->bytes;
+            ordered_.pop_front();
         }
     }
 
     Report& report() { return report_; }
 
+    /// Whether no thread is at work any more, once the run broke off.
+    bool Stop() { return workers_.Stop(); }
+
   private:
+    struct Ordered {
+        const FoundFile* file;
+        std::future<Reply> reply;
+    };
+
+    // One file is always under way, however large.
+    bool HasRoom() const {
+        return ordered_.empty() || (ordered_.size() < kMostFiles && bytes_ < kMostBytes);
+    }
+
     void OrderSome() {
-        for (; next_ < files_.size() && workers_.HasRoom(); ++next_) {
-            if (form_.Wants(files_[next_])) {
-                workers_.Order(next_);
-                ordered_.push_back(next_);
+        for (; next_ < files_.size() && HasRoom(); ++next_) {
+            const FoundFile& file = files_[next_];
+            if (form_.Wants(file)) {
+                bytes_ += file.bytes;
+                Workers::Task task([this, &file] { return ReplyTo(file, form_, traces_); });
+                ordered_.push_back({&file, workers_.Order(std::move(task))});
             } else {
                 report_.NoteUnchanged();
-                progress_.Pass(files_[next_]);
+                progress_.Pass(file);
             }
         }
     }
 
-    void Take(FileNumber number) {
-        const Reply reply = workers_.Take(number);
+    Reply Awaited(std::future<Reply>& reply) {
+        constexpr std::chrono::seconds kNow(0);
+        while (reply.wait_for(kNow) != std::future_status::ready && workers_.Help()) {
+        }
+        return reply.get();
+    }
+
+    void Take(const FoundFile& file, const Reply& reply) {
         try {
-            const bool made =
-                reply.kind == Reply::Kind::Made && reply.outcome.kind != FileOutcome::Kind::GivenUp;
-            if (made) form_.Take(files_[number], reply.text);
-            report_.Note(files_[number].path, reply);
+            if (reply.made.piece) form_.Take(file, *reply.made.piece);
+            report_.Note(file.path, reply);
         } catch (const OutputFailure& failure) {
             report_.NoteUnwritten(failure.what());
         }
-        progress_.Pass(files_[number]);
+        progress_.Pass(file);
     }
 
     const std::vector<FoundFile>& files_;
     Form& form_;
-    Workers workers_;
+    const Traces traces_;
     Progress progress_;
     Report report_;
-    FileNumber next_ = 0;
-    std::deque<FileNumber> ordered_;  // and not taken
+    std::size_t next_ = 0;
+    std::deque<Ordered> ordered_;  // and not taken
+    std::uint64_t bytes_ = 0;      // of these
+    Workers workers_;
 };
 
 bool IsLone(const Options& options, const Inputs& inputs) {
@@ -79,6 +115,7 @@ bool IsLone(const Options& options, const Inputs& inputs) {
 int Run(const Options& options, const Inputs& inputs, Form& form) {
     Runner runner(options, inputs, form);
     Report& report = runner.report();
+    bool brokeOff = false;
     try {
         runner.ParseAll();
         form.Finish(report.IsWorthFinishing());
@@ -86,7 +123,10 @@ int Run(const Options& options, const Inputs& inputs, Form& form) {
     } catch (const std::exception& error) {
         form.Finish(false);
         report.NoteUnwritten(error.what());
+        brokeOff = true;
     }
     if (!IsLone(options, inputs)) report.Summarise();
+    // Nobody waits for a thread whose file may never end.
+    if (brokeOff && !runner.Stop()) RemoveTemporariesAndEnd(report.ExitCode());
     return report.ExitCode();
 }

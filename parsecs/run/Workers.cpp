@@ -1,29 +1,14 @@
 #include "parsecs/run/Workers.h"
 
-#include <poll.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <stdexcept>
-#include <thread>
+#include <system_error>
+#include <utility>
 
 #ifdef __linux__
 #include <sched.h>
 #endif
 
-namespace {
-
-// Enough for a worker to find the next file when it has done one, few enough to leave no long tail
-// behind one large file.
-constexpr std::size_t kLongestQueue = 4;
-
-constexpr std::size_t kMostHeld = 64U << 20U;
-
-// What a reply costs apart from its text.
-constexpr std::size_t kReplyCost = 256;
-
-}  // namespace
+#include "parsecs/output/Signals.h"
 
 unsigned UsableCores() {
 #ifdef __linux__
@@ -35,78 +20,57 @@ unsigned UsableCores() {
     return std::max(1U, std::thread::hardware_concurrency());
 }
 
-Workers::Workers(unsigned jobs, const Form& form, const std::vector<FoundFile>& files,
-                 bool showTraces)
-    : form_(form), files_(files), showTraces_(showTraces) {
-    while (workers_.size() < jobs) workers_.push_back(std::make_unique<WorkerProcess>());
-}
-
-WorkerProcess& Workers::LeastBusy() const {
-    return **std::min_element(workers_.begin(), workers_.end(), [](const auto& a, const auto& b) {
-        return a->queue().size() < b->queue().size();
-    });
-}
-
-bool Workers::HoldsMuch() const {
-    std::size_t held = held_;
-    for (const auto& worker : workers_) held += worker->partSize();
-    return held >= kMostHeld;
-}
-
-bool Workers::HasRoom() const { return !HoldsMuch() && LeastBusy().queue().size() < kLongestQueue; }
-
-void Workers::Order(FileNumber file) {
-    WorkerProcess& worker = LeastBusy();
-    if (!worker.isRunning()) Start(worker);
-    worker.Order(file);
-}
-
-void Workers::Start(WorkerProcess& worker) const {
-    worker.Start([this](int socket) {
-        // A worker that held another's connection would keep it open when the parent is gone.
-        for (const auto& other : workers_) other->CloseSocket();
-        RunWorker(socket, form_, files_, showTraces_);
-    });
-}
-
-void Workers::Wait(FileNumber first) {
-    std::vector<pollfd> sockets;
-    const bool any = !HoldsMuch();
-    for (const auto& worker : workers_) {
-        const bool heard = any || worker->queue().empty() || worker->queue().front() == first;
-        // A negative number is passed over.
-        sockets.push_back({heard ? worker->socket() : -1, POLLIN, 0});
-    }
-    if (poll(sockets.data(), sockets.size(), -1) < 0) {
-        if (errno == EINTR) return;
-        throw std::runtime_error(std::string("waiting for workers: ") + std::strerror(errno));
-    }
-    for (std::size_t i = 0; i < sockets.size(); ++i) {
-        if (sockets[i].revents != 0) Listen(*workers_[i]);
+Workers::Workers(unsigned helpers) {
+    const SignalsWait wait;  // in the new threads for ever: the main one hears them
+    try {
+        while (threads_.size() < helpers) threads_.emplace_back([this] { Work(); });
+    } catch (const std::system_error&) {
+        // The system has no more.
     }
 }
 
-void Workers::Listen(WorkerProcess& worker) {
-    std::vector<std::pair<FileNumber, Reply>> replies;
-    const bool lives = worker.Receive(replies);
-    for (auto& [file, reply] : replies) Keep(file, std::move(reply));
-    if (!lives) Replace(worker);
+Workers::~Workers() {
+    Stop();
+    for (std::thread& thread : threads_) thread.join();
 }
 
-void Workers::Replace(WorkerProcess& worker) {
-    const std::string cause = worker.CauseOfDeath();
-    if (worker.queue().empty()) return;
-    Keep(worker.TakeFirst(), {Reply::Kind::Crashed, {}, cause});
-    if (!worker.queue().empty()) Start(worker);
-}
-
-void Workers::Keep(FileNumber file, Reply reply) {
-    held_ += reply.text.size() + kReplyCost;
-    done_.emplace(file, std::move(reply));
-}
-
-Reply Workers::Take(FileNumber file) {
-    Reply reply = std::move(done_.extract(file).mapped());
-    held_ -= reply.text.size() + kReplyCost;
+std::future<Reply> Workers::Order(Task task) {
+    std::future<Reply> reply = task.get_future();
+    const Lock lock(mutex_);
+    queue_.push_back(std::move(task));
+    changed_.notify_one();
     return reply;
+}
+
+bool Workers::Help() {
+    Lock lock(mutex_);
+    if (queue_.empty()) return false;
+    DoFirst(lock);
+    return true;
+}
+
+bool Workers::Stop() {
+    const Lock lock(mutex_);
+    stopped_ = true;
+    changed_.notify_all();
+    return busy_ == 0;
+}
+
+void Workers::Work() {
+    Lock lock(mutex_);
+    while (true) {
+        changed_.wait(lock, [this] { return stopped_ || !queue_.empty(); });
+        if (stopped_) return;
+        DoFirst(lock);
+    }
+}
+
+void Workers::DoFirst(Lock& lock) {
+    Task task = std::move(queue_.front());
+    queue_.pop_front();
+    ++busy_;
+    lock.unlock();
+    task();
+    lock.lock();
+    --busy_;
 }

@@ -1,48 +1,49 @@
-// All worker processes of a run.
+// The threads of a run.
 #pragma once
 
-#include <memory>
-#include <unordered_map>
+#include <condition_variable>
+#include <deque>
+#include <future>
+#include <mutex>
+#include <thread>
 #include <vector>
 
-#include "parsecs/run/WorkerProcess.h"
+#include "parsecs/run/Reply.h"
 
-/// How many processes can work at the same time, from 1.
+/// How many threads can work at the same time, from 1.
 unsigned UsableCores();
 
-/// Processes start when there is work for them. One that dies costs the file that it was at; its
-/// successor goes on behind that file.
+/// Threads that work on what is in their queue, first in, first begun. All members are for one
+/// thread, which owns this object, and may work too.
 class Workers {
   public:
-    /// `form` and `files` must outlive it.
-    Workers(unsigned jobs, const Form& form, const std::vector<FoundFile>& files, bool showTraces);
+    using Task = std::packaged_task<Reply()>;
 
-    /// Whether another file may be ordered: no queue is long, and not too much has been made that
-    /// waits for the files before it.
-    bool HasRoom() const;
+    /// Where the system has fewer threads than `helpers`, fewer work.
+    explicit Workers(unsigned helpers);
+    Workers(const Workers&) = delete;
+    Workers& operator=(const Workers&) = delete;
+    /// Drops what is in the queue, and waits for what has been begun.
+    ~Workers();
 
-    /// Files come in the order of their numbers. Throws std::runtime_error without a process.
-    void Order(FileNumber file);
+    std::future<Reply> Order(Task task);
 
-    /// Waits for news of any worker. `first` is the first file that is awaited: its worker is
-    /// listened to even when much has been made already, so that the run always goes on.
-    void Wait(FileNumber first);
+    /// Has the calling thread do the first task of the queue; false when that is empty.
+    bool Help();
 
-    bool IsDone(FileNumber file) const { return done_.contains(file); }
-    Reply Take(FileNumber file);
+    /// Has no more tasks begun. Returns whether none is being done: the destructor waits for those.
+    bool Stop();
 
   private:
-    bool HoldsMuch() const;
-    WorkerProcess& LeastBusy() const;
-    void Start(WorkerProcess& worker) const;
-    void Listen(WorkerProcess& worker);
-    void Replace(WorkerProcess& worker);
-    void Keep(FileNumber file, Reply reply);
+    using Lock = std::unique_lock<std::mutex>;
 
-    const Form& form_;
-    const std::vector<FoundFile>& files_;
-    bool showTraces_;
-    std::vector<std::unique_ptr<WorkerProcess>> workers_;
-    std::unordered_map<FileNumber, Reply> done_;
-    std::size_t held_ = 0;  // about so many bytes in `done_`
+    void Work();
+    void DoFirst(Lock& lock);
+
+    std::mutex mutex_;  // of all below but the threads
+    std::condition_variable changed_;
+    std::deque<Task> queue_;
+    unsigned busy_ = 0;
+    bool stopped_ = false;
+    std::vector<std::thread> threads_;
 };

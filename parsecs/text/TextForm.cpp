@@ -27,13 +27,13 @@ FileOutcome AppendBytes(ReadSource source, const OutlineStyle& /*style*/, std::s
 }
 
 FileOutcome AppendRows(ReadSource source, const OutlineStyle& /*style*/, std::string& out) {
-    const ParsedFile file(std::move(source.path), std::move(source.text));
+    const ParsedFile file(std::move(source));
     AppendJsonLines(file, out);
     return OutcomeOf(file);
 }
 
 FileOutcome AppendTree(ReadSource source, const OutlineStyle& style, std::string& out) {
-    const ParsedFile file(std::move(source.path), std::move(source.text));
+    const ParsedFile file(std::move(source));
     AppendOutline(file, style, out);
     return OutcomeOf(file);
 }
@@ -55,16 +55,29 @@ const TextFormat& FormatOf(Options::Form form) {
     return kFormats[static_cast<std::size_t>(form)];
 }
 
+struct TextPiece : Piece {
+    std::string text;
+};
+
 class TextForm : public Form {
   public:
     TextForm(const TextFormat& format, const OutlineStyle& style)
         : format_(format), style_(style) {}
 
-    FileOutcome Make(ReadSource source, std::string& made) const override {
-        return format_.append(std::move(source), style_, made);
+    MadeFile Make(ReadSource source) const override {
+        auto piece = std::make_unique<TextPiece>();
+        const FileOutcome outcome = format_.append(std::move(source), style_, piece->text);
+        if (outcome.kind == FileOutcome::Kind::GivenUp) return {outcome, nullptr};
+        return {outcome, std::move(piece)};
+    }
+
+    void Take(const FoundFile& file, Piece& piece) override {
+        TakeText(file, static_cast<TextPiece&>(piece).text);
     }
 
   protected:
+    virtual void TakeText(const FoundFile& file, std::string_view text) = 0;
+
     bool TakesSeveral() const { return format_.takesSeveral; }
     std::string_view Head() const { return format_.head; }
     std::string_view Suffix() const { return format_.suffix; }
@@ -79,10 +92,10 @@ class OneOutput : public TextForm {
     OneOutput(const TextFormat& format, const OutlineStyle& style, std::string path)
         : TextForm(format, style), path_(std::move(path)) {}
 
-    void Take(const FoundFile& /*file*/, std::string_view made) override {
+    void TakeText(const FoundFile& /*file*/, std::string_view text) override {
         // It was no folder when it was looked at first.
         if (output_ && !TakesSeveral()) throw std::runtime_error("several files for one output");
-        Output().Write(made);
+        Output().Write(text);
     }
 
     void Finish(bool complete) override {
@@ -105,13 +118,13 @@ class FolderOfOutputs : public TextForm {
     FolderOfOutputs(const TextFormat& format, const OutlineStyle& style, std::string folder)
         : TextForm(format, style), folder_(std::move(folder)) {}
 
-    void Take(const FoundFile& file, std::string_view made) override {
+    void TakeText(const FoundFile& file, std::string_view text) override {
         try {
             const std::filesystem::path path = OutputPath(folder_, file.path, Suffix());
             MakeFolder(path.parent_path());
             OutputFile output(path.string());
             output.Write(Head());
-            output.Write(made);
+            output.Write(text);
             output.Finish();
         } catch (const std::runtime_error& error) {
             throw OutputFailure(error.what());

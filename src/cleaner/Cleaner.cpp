@@ -2,17 +2,17 @@
 
 #include <utility>
 
-#include "process/Traces.h"
 #include "text/StringHelpers.h"
 
 std::string Cleaner::CleanText(std::string text, std::vector<std::string> definedSymbols,
-                               std::vector<std::string>& defines, CleaningMaps* maps) const {
+                               std::vector<std::string>& defines, Traces traces,
+                               CleaningMaps* maps) const {
     ReplaceAll(text, "\t", " ");
     ReplaceAll(text, "\r", "\n");
     text = UncommentAndUnquoteText(text, maps == nullptr ? nullptr : &maps->comments);
-    Trace("the final data is ");
-    Trace(text);
-    return PreProcessorSimulation(text, std::move(definedSymbols), defines,
+    traces.Write("the final data is ");
+    traces.Write(text);
+    return PreProcessorSimulation(text, std::move(definedSymbols), defines, traces,
                                   maps == nullptr ? nullptr : &maps->conditionals);
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "process/Traces.h"
 #include "text/SourceMap.h"
 
 /// Maps positions in a cleaned text back to the source.
@@ -34,10 +35,11 @@ struct CleaningMaps {
 class Cleaner {
   public:
     /// Both passes. Appends the operands of conditional directives to `defines`. Writes "the final
-    /// data is " and the comment pass's result to standard output. `maps`, unless it is null,
-    /// receives where the cleaned bytes stood in the source.
+    /// data is " and the comment pass's result to the traces. `maps`, unless it is null, receives
+    /// where the cleaned bytes stood in the source.
     std::string CleanText(std::string text, std::vector<std::string> definedSymbols,
-                          std::vector<std::string>& defines, CleaningMaps* maps = nullptr) const;
+                          std::vector<std::string>& defines, Traces traces = Traces(stdout),
+                          CleaningMaps* maps = nullptr) const;
 
     /// As `replaceAll`.
     void ReplaceAll(std::string& text, std::string_view from, std::string_view to) const;
@@ -52,10 +54,11 @@ class Cleaner {
     /// and unindents most others. One line feed out for each line feed in. A condition is true when
     /// its operand, the rest of its line, is an entry of `definedSymbols`. Appends each operand to
     /// `defines`, unless it stands there already. A directive or an indentation of more than 50
-    /// bytes writes a trace line to standard output for each further byte. `map` as above.
+    /// bytes writes a trace line for each further byte. `map` as above.
     std::string PreProcessorSimulation(std::string_view text,
                                        std::vector<std::string> definedSymbols,
                                        std::vector<std::string>& defines,
+                                       Traces traces = Traces(stdout),
                                        SourceMap* map = nullptr) const;
 
     /// Splits a directive line, and appends its keyword with the '#' and its operand to `parts`, as

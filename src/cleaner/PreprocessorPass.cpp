@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "cleaner/Cleaner.h"
-#include "process/Traces.h"
 #include "text/ByteSets.h"
 #include "text/CharClass.h"
 #include "text/RunCopy.h"
@@ -82,12 +81,14 @@ bool IsActive(const Directive& directive, int previousState,
 }
 
 // The traces of long lines: for each byte beyond the fiftieth, the line so far. Short ones are
-// buffered, to save calls; none are made when standard output is the null device.
+// buffered, to save calls; none are made when nobody can read them.
 class LineTraces {
   public:
+    explicit LineTraces(Traces traces) : traces_(traces) {}
+
     void Add(std::string_view line) {
         constexpr std::size_t kSmall = 4096;
-        if (!discarded_) discarded_ = TracesAreDiscarded();
+        if (!discarded_) discarded_ = traces_.AreDiscarded();
         if (*discarded_) return;
         if (line.size() < kSmall) {
             gathered_.append("[[").append(line).append("]]\n");
@@ -95,17 +96,18 @@ class LineTraces {
             return;
         }
         Flush();
-        Trace("[[");
-        Trace(line);
-        Trace("]]\n");
+        traces_.Write("[[");
+        traces_.Write(line);
+        traces_.Write("]]\n");
     }
 
     void Flush() {
-        Trace(gathered_);
+        traces_.Write(gathered_);
         gathered_.clear();
     }
 
   private:
+    Traces traces_;
     std::string gathered_;
     std::optional<bool> discarded_;  // asked with the first trace
 };
@@ -113,12 +115,13 @@ class LineTraces {
 class PreprocessorPass {
   public:
     PreprocessorPass(std::string_view text, std::vector<std::string> definedSymbols,
-                     std::vector<std::string>& defines, SourceMap* map)
+                     std::vector<std::string>& defines, Traces traces, SourceMap* map)
         : text_(text),
           kept_(text, map),
           definedSymbols_(std::move(definedSymbols)),
           defines_(defines),
-          known_(defines.begin(), defines.end()) {}
+          known_(defines.begin(), defines.end()),
+          traces_(traces) {}
 
     std::string Run() {
         while (position_ < text_.size()) {
@@ -306,9 +309,9 @@ class PreprocessorPass {
 
 std::string Cleaner::PreProcessorSimulation(std::string_view text,
                                             std::vector<std::string> definedSymbols,
-                                            std::vector<std::string>& defines,
+                                            std::vector<std::string>& defines, Traces traces,
                                             SourceMap* map) const {
-    return PreprocessorPass(text, std::move(definedSymbols), defines, map).Run();
+    return PreprocessorPass(text, std::move(definedSymbols), defines, traces, map).Run();
 }
 
 void Cleaner::CleanerPartsList(std::string_view line, std::vector<std::string>& parts) const {

@@ -6,7 +6,7 @@
 #include "output/RecordClassification.h"
 #include "output/TextBuffer.h"
 #include "process/Files.h"
-#include "process/ModuleState.h"
+#include "tree/Parse.h"
 
 namespace {
 
@@ -18,9 +18,9 @@ void RenderTree(const ObjectBranch& root, TextBuffer& text) {
     records.Finish();
 }
 
-void Deliver(TextBuffer& text, std::string_view outputPath) {
+void Deliver(TextBuffer& text, std::string_view outputPath, Parse& parse) {
     if (outputPath.empty()) {
-        returnResult = text.Release();
+        parse.result = text.Release();
     } else {
         writeafile(text.View(), std::string(outputPath));
     }
@@ -30,9 +30,10 @@ void Deliver(TextBuffer& text, std::string_view outputPath) {
 
 void StartGeneratingObjects(ObjectBranch* root, std::string_view outputPath) {
     // One id is spent here and belongs to no node; hosts read the counter after a parse.
-    ++currentIndex;
-    TextBuffer text(EstimateSize(*root, static_cast<std::size_t>(currentIndex)));
+    Parse& parse = *root->parse;
+    ++parse.nextId;
+    TextBuffer text(EstimateSize(*root, static_cast<std::size_t>(parse.nextId)));
     RenderTree(*root, text);
-    Deliver(text, outputPath);
+    Deliver(text, outputPath, parse);
     FreeChildren(root);
 }

@@ -6,7 +6,6 @@
 #include "tree/ObjectBranch.h"
 
 /// Renders one record for each node at and below `root`, in pre-order, and delivers the text: to
-/// the file `outputPath`, or with an empty path to `returnResult` in a new block from malloc (the
-/// block that it held before is not freed). Then detaches everything below the root. Throws
-/// std::bad_alloc, with nothing delivered.
+/// the file `outputPath`, or with an empty path to the result of the root's parse. Then detaches
+/// everything below the root. Throws std::bad_alloc, with nothing delivered.
 void StartGeneratingObjects(ObjectBranch* root, std::string_view outputPath);

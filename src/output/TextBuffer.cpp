@@ -14,7 +14,7 @@ TextBuffer::TextBuffer(std::size_t capacity) {
 
 TextBuffer::~TextBuffer() { std::free(begin_); }
 
-char* TextBuffer::Release() {
+CText TextBuffer::Release() {
     constexpr std::string_view kEnd{"\0", 1};
     Writer(*this).Put(kEnd);
     // Only a block with much to spare is shrunk. Freed, it tells the allocator up to which size to
@@ -22,7 +22,7 @@ char* TextBuffer::Release() {
     const std::size_t size = View().size();
     if (static_cast<std::size_t>(limit_ - begin_) > size + size / 4) Resize(size);
     end_ = limit_ = nullptr;
-    return std::exchange(begin_, nullptr);
+    return CText(std::exchange(begin_, nullptr));
 }
 
 void TextBuffer::Grow(std::size_t bytes) {

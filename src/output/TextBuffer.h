@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "text/CText.h"
 #include "text/StringHelpers.h"
 
 class TextBuffer {
@@ -23,9 +24,8 @@ class TextBuffer {
     /// Complete once no Writer lives; valid until the buffer grows or is released.
     std::string_view View() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
 
-    /// Hands out the text, NUL-terminated, in a block that the caller releases with `free`; the
-    /// buffer is empty afterwards. Throws std::bad_alloc.
-    char* Release();
+    /// Hands out the text, NUL-terminated; the buffer is empty afterwards. Throws std::bad_alloc.
+    CText Release();
 
   private:
     void Grow(std::size_t bytes);

@@ -1,4 +1,4 @@
-// The pipeline of one file: read, clean, scan, refine, write.
+// The pipeline of one file: clean, scan, refine, write.
 #pragma once
 
 #include <span>
@@ -8,22 +8,17 @@
 
 #include "cleaner/Cleaner.h"
 #include "tree/NodePlaces.h"
-#include "tree/Scanner.h"
-#include "tree/SourceFile.h"
+#include "tree/Parse.h"
 
-/// Reads `inputPath`, builds its tree and delivers the JSON text to the file `outputPath`, or with
-/// an empty path to `returnResult`. A path that cannot be read is an empty text. Sets `objectCount`
-/// and `currentIndex` back to 0 first. Throws std::bad_alloc only; nothing of the tree outlives the
-/// call either way.
-void ParseFileToFile(std::string inputPath, std::string_view outputPath);
-
-/// The same for a text in memory; `path` is the file path in its records.
-void ParseText(std::string path, std::string text, std::string_view outputPath);
+/// Takes the parse's source through the whole pipeline, and delivers the JSON text to the file
+/// `outputPath`, or with an empty path to the parse's result. An abandoned build delivers nothing.
+/// Throws std::bad_alloc: then the parse shows how far it came.
+void ParseSource(Parse& parse, std::string_view outputPath);
 
 /// Builds the tree of a cleaned text below `root`, refines it, and delivers it as
-/// `StartGeneratingObjects` does. `root` needs its identity and its memory. Afterwards it has no
-/// children, unless the build was abandoned: then nothing was delivered. Nodes hold views into
-/// `sourcePath` and `sourceText`, which is edited in place. Throws std::bad_alloc.
+/// `StartGeneratingObjects` does. `root` is that of a parse. Afterwards it has no children, unless
+/// the build was abandoned: then nothing was delivered. Nodes hold views into `sourcePath` and
+/// `sourceText`, which is edited in place. Throws std::bad_alloc.
 void TreeBuilderCS(std::string_view sourcePath, std::span<char> sourceText, bool declarationMode,
                    ObjectBranch* root, std::string_view outputPath,
                    const std::vector<std::string>& defines);
@@ -36,11 +31,6 @@ struct SourcePlaces {
     NodePlaces nodes;
 };
 
-/// Sets `objectCount` and `currentIndex` back to 0: every parse begins with it, before its
-/// SourceFile is made.
-void StartCounting();
-
-/// Cleans, scans and refines the source in `file.text`, and fills in its tree. Returns Stop if the
-/// scan ended early, at braces that do not match, and Abandon if there is no tree. Throws
-/// std::bad_alloc.
-ScanStep BuildTree(SourceFile& file, SourcePlaces& places);
+/// Cleans, scans and refines the parse's source: it has a tree then, unless it was abandoned.
+/// Throws std::bad_alloc.
+void BuildTree(Parse& parse, SourcePlaces& places);

@@ -5,8 +5,11 @@
 #include <cstring>
 #include <exception>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "plugin/Pipeline.h"
+#include "process/Files.h"
 #include "process/ModuleState.h"
 
 namespace {
@@ -21,9 +24,36 @@ void PrepareForExceptions() {
 
 std::string FromHost(const char* path) { return path == nullptr ? std::string() : path; }
 
+// Shows hosts a parse when it ends, whatever has ended it: all that they see of one is set here.
+class Exported {
+  public:
+    explicit Exported(Parse& parse) : parse_(parse) {}
+    Exported(const Exported&) = delete;
+    Exported& operator=(const Exported&) = delete;
+    ~Exported() {
+        objectCount = parse_.objectCount;
+        currentIndex = parse_.nextId;
+        if (parse_.leftOver) chunk = std::move(*parse_.leftOver);
+        if (parse_.result != nullptr) returnResult = parse_.result.release();
+    }
+
+  private:
+    Parse& parse_;
+};
+
+// Parses the file, and delivers the text to the file `outputPath`, or with an empty path to
+// `returnResult`. A path that cannot be read is an empty text. Throws std::bad_alloc.
+void ParseFileToFile(std::string inputPath, std::string_view outputPath) {
+    objectCount = currentIndex = 0;
+    std::string text = ReadWholeFile(inputPath);
+    Parse parse(std::move(inputPath), std::move(text), Traces(stdout));
+    const Exported exported(parse);
+    ParseSource(parse, outputPath);
+}
+
 // No exception may reach a C host. All of them mean that memory ran out: the parse is given up, and
 // the result stays what it was.
-void Parse(const char* inputPath, const char* outputPath) {
+void ParseForHost(const char* inputPath, const char* outputPath) {
     PrepareForExceptions();
     try {
         ParseFileToFile(FromHost(inputPath), FromHost(outputPath));
@@ -42,7 +72,7 @@ char* Info() {
 }
 
 char* ParseCS(const char* path) {
-    Parse(path, nullptr);
+    ParseForHost(path, nullptr);
     return returnResult;
 }
 
@@ -51,4 +81,6 @@ void CleanupCS() {
     returnResult = nullptr;
 }
 
-void parseAllFiles(const char* inputPath, const char* outputPath) { Parse(inputPath, outputPath); }
+void parseAllFiles(const char* inputPath, const char* outputPath) {
+    ParseForHost(inputPath, outputPath);
+}

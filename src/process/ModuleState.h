@@ -1,5 +1,5 @@
-// The module's global state, from load to unload: process-wide and without a lock, so a host makes
-// one call at a time.
+// The module's exported state, from load to unload: process-wide and without a lock, so a host
+// makes one call at a time. The C boundary alone reads and writes it; parses know nothing of it.
 //
 // The five objects with default visibility are part of the module's interface: a host finds them by
 // name. The two pointers are private; their blocks come from malloc, for hosts to free.

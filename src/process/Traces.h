@@ -1,11 +1,22 @@
-// The messages of a parse on standard output. They go through C stdio, so that they stay in order
-// with the host's own output, and are flushed and redirected with it.
+// The messages of a parse. They go through C stdio: on standard output they stay in order with the
+// host's own output, and are flushed and redirected with it.
 #pragma once
 
+#include <cstdio>
 #include <string_view>
 
-/// Writes the text as it stands.
-void Trace(std::string_view text);
+class Traces {
+  public:
+    /// `file` must stay open; null: the messages go nowhere.
+    explicit Traces(std::FILE* file) : file_(file) {}
 
-/// Whether standard output is certainly the null device, so that costly traces can be skipped.
-bool TracesAreDiscarded();
+    /// Writes the text as it stands.
+    void Write(std::string_view text) const;
+
+    /// Whether nobody can certainly read them (there is no file, or it is the null device), so that
+    /// costly ones can be skipped.
+    bool AreDiscarded() const;
+
+  private:
+    std::FILE* file_;
+};

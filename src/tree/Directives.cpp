@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "process/Traces.h"
+#include "tree/Parse.h"
 
 namespace {
 
@@ -50,7 +50,7 @@ DirectiveEnd EndDirective(ScanState& scan) {
 
     if (directive->movesUp) {
         if (scan.current->parent == nullptr) {
-            Trace("current branch is null???\n\n");
+            scan.root->parse->traces.Write("current branch is null???\n\n");
             return DirectiveEnd::Abandoned;
         }
         LeaveNode(scan, LastCollected(scan));

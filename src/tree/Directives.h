@@ -17,5 +17,5 @@ bool StartDirective(ScanState& scan);
 
 /// At a newline: ends the directive and consumes the newline, if the collected text begins with a
 /// keyword. Otherwise the directive goes on, and the next newline tries again. Abandoned comes with
-/// a message on standard output.
+/// a message among the traces.
 DirectiveEnd EndDirective(ScanState& scan);

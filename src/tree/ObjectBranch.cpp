@@ -3,7 +3,7 @@
 #include <new>
 #include <type_traits>
 
-#include "process/ModuleState.h"
+#include "tree/Parse.h"
 
 static_assert(std::is_trivially_destructible_v<ObjectBranch>,
               "nodes go with their memory, without a destructor call");
@@ -27,29 +27,29 @@ std::string_view branchTypeAsString(const ObjectBranch& node) {
 }
 
 ObjectBranch* AddChild(ObjectBranch& parent) {
-    void* const place = parent.memory->allocate(sizeof(ObjectBranch), alignof(ObjectBranch));
+    void* const place = parent.parse->memory.allocate(sizeof(ObjectBranch), alignof(ObjectBranch));
     ObjectBranch* const child = new (place) ObjectBranch;
     child->parent = &parent;
-    child->memory = parent.memory;
+    child->parse = parent.parse;
     (parent.children.empty() ? parent.children.first : parent.children.last->nextSibling) = child;
     parent.children.last = child;
     return child;
 }
 
 std::string_view KeepText(const ObjectBranch& node, std::string_view text) {
-    char* const place = static_cast<char*>(node.memory->allocate(text.size(), 1));
+    char* const place = static_cast<char*>(node.parse->memory.allocate(text.size(), 1));
     return {place, text.copy(place, text.size())};
 }
 
 void AssignIdentity(ObjectBranch& node) {
-    node.nodeID = currentIndex++;
+    node.nodeID = node.parse->nextId++;
     node.functionID = -1;
 }
 
 ObjectBranch* MakeNode(ObjectBranch& parent) {
     ObjectBranch* const node = AddChild(parent);
     AssignIdentity(*node);
-    ++objectCount;
+    ++parent.parse->objectCount;
     return node;
 }
 

@@ -3,12 +3,11 @@
 // `branchTypeAsString` of a node and `AddObjectToVector` are part of a fixed interface, and no
 // product code calls them.
 //
-// Lifetime: a node's texts are views of string literals or of bytes that its SourceFile owns, and
-// the nodes below a root live in that file's bump allocator. One thread at a time.
+// Lifetime: a node's texts are views of string literals or of bytes that its Parse owns, and the
+// nodes below a root live in that parse's bump allocator. One thread at a time.
 #pragma once
 
 #include <cstdint>
-#include <memory_resource>
 #include <string_view>
 #include <vector>
 
@@ -52,6 +51,7 @@ inline constexpr std::string_view kNullParentError = "error: NULL parent branch"
 }  // namespace KindName
 
 struct ObjectBranch;
+struct Parse;
 
 /// A node's children in the order they were appended: an intrusive singly linked list, so that
 /// appending and stepping take constant time. A copy of the list refers to the same children.
@@ -86,11 +86,11 @@ struct ObjectBranch {
     std::string_view simpleFunctionName;  ///< Left empty by the scan: ClassifyRecord finds it.
     std::int32_t functionID = 0;          ///< -1 once `AssignIdentity` was called.
     ChildList children;
-    std::string_view tags;                        ///< Raw fragment of JSON array elements.
-    std::int32_t nodeID = 0;                      ///< Unique within one parse.
-    FirstLook look;                               ///< What is known of the contents.
-    ObjectBranch* nextSibling = nullptr;          ///< The next of the parent's `children`.
-    std::pmr::memory_resource* memory = nullptr;  ///< Allocates the nodes and texts below it.
+    std::string_view tags;                ///< Raw fragment of JSON array elements.
+    std::int32_t nodeID = 0;              ///< Unique within one parse.
+    FirstLook look;                       ///< What is known of the contents.
+    ObjectBranch* nextSibling = nullptr;  ///< The next of the parent's `children`.
+    Parse* parse = nullptr;               ///< Counts and owns the nodes and texts below it.
 };
 
 inline ChildList::Iterator& ChildList::Iterator::operator++() {
@@ -127,15 +127,15 @@ inline void SetKind(ObjectBranch& node, const NodeKind& kind) {
 /// without a name of its own.
 std::string_view branchTypeAsString(const ObjectBranch& node);
 
-/// Appends a value-initialised node to `parent.children`, allocated from `parent.memory`. Throws
+/// Appends a value-initialised node to `parent.children`, in the memory of its parse. Throws
 /// std::bad_alloc.
 ObjectBranch* AddChild(ObjectBranch& parent);
 
-/// Copies the text into `node.memory`: the copy lives as long as the nodes below. Throws
+/// Copies the text into the memory of the node's parse: the copy lives as long as that. Throws
 /// std::bad_alloc.
 std::string_view KeepText(const ObjectBranch& node, std::string_view text);
 
-/// Gives a new node the next id from `currentIndex`, and the `functionID` -1.
+/// Gives a new node the next id of its parse, and the `functionID` -1.
 void AssignIdentity(ObjectBranch& node);
 
 /// The usual way to add a node: `AddChild`, `AssignIdentity`, and one more in `objectCount`. Throws
@@ -143,7 +143,7 @@ void AssignIdentity(ObjectBranch& node);
 ObjectBranch* MakeNode(ObjectBranch& parent);
 
 /// Detaches all descendants of `node`. Their memory is not freed here: the bump allocator frees all
-/// of it at once, with the SourceFile.
+/// of it at once, with the Parse.
 void FreeChildren(ObjectBranch* node);
 
 /// Appends a copy of `node` and of every node below it to `list`, in pre-order. A copy refers to

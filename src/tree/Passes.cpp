@@ -4,6 +4,7 @@
 
 #include "analysis/Classifiers.h"
 #include "text/StringHelpers.h"
+#include "tree/Parse.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ void SpelunkForClasses(ObjectBranch* node) {
 }
 
 void AppendAllDefines(ObjectBranch* root, const std::vector<std::string>& defines) {
-    std::pmr::string list(root->memory);
+    std::pmr::string list(&root->parse->memory);
     for (const std::string& define : defines) list.append(define).push_back('\n');
     ObjectBranch* const node = MakeNode(*root);
     SetKind(*node, Kinds::kDefineList);

@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cassert>
 
-#include "process/ModuleState.h"
-#include "process/Traces.h"
 #include "text/ByteSets.h"
 #include "text/StringHelpers.h"
 #include "tree/Directives.h"
+#include "tree/Parse.h"
 
 namespace {
 
@@ -63,16 +62,17 @@ class Scanner {
   public:
     explicit Scanner(ScanState& state) : s_(state), text_(state.text.data(), state.text.size()) {}
 
-    ScanStep Run() {
+    Parse::End Run() {
         while (true) {
             TakeText();
-            if (s_.position == s_.text.size()) return ScanStep::Continue;
-            if (const ScanStep step = TakeStep(); step != ScanStep::Continue) return step;
+            if (s_.position == s_.text.size()) return Parse::End::Whole;
+            if (const Parse::End end = TakeStep(); end != Parse::End::Whole) return end;
         }
     }
 
   private:
-    ScanStep TakeStep() {
+    // Each step says how the scan stands after it: Whole, if it can go on.
+    Parse::End TakeStep() {
         switch (StepOf(s_.text[s_.position])) {
             case Step::Literal: TakeLiteral(); break;
             case Step::StartDirective:
@@ -107,12 +107,11 @@ class Scanner {
             case Step::CloseBlock: return CloseBlock();
             case Step::None: assert(false); break;
         }
-        return ScanStep::Continue;
+        return Parse::End::Whole;
     }
 
-    // The steps in a block. Newlines are only steps where they may end a directive or be escaped by
-    // a backslash.
     // Appends the text up to the next step to the chunk; in an attribute section it is dropped.
+    // Newlines are only steps where they may end a directive or be escaped by a backslash.
     void TakeText() {
         const std::size_t start = s_.position;
         ByteMask found = 0;
@@ -156,40 +155,40 @@ class Scanner {
         if (backslash) s_.collected.NoteBackslash();
     }
 
-    ScanStep StopWithError(std::string_view message) {
-        Trace(message);
+    Parse::End StopWithError(std::string_view message) {
+        s_.root->parse->traces.Write(message);
         AddNode(s_, *s_.root, Kinds::kNullParentError, s_.lineCounter, s_.position - 1);
-        return ScanStep::Stop;
+        return Parse::End::StoppedEarly;
     }
 
-    ScanStep EndLine() {
+    Parse::End EndLine() {
         ++s_.lineCounter;
         // A backslash continues the line: the newline is dropped.
         if (s_.collected.LastWordEndsInBackslash()) {
             ++s_.position;
-            return ScanStep::Continue;
+            return Parse::End::Whole;
         }
         const DirectiveEnd end = s_.inDirective ? EndDirective(s_) : DirectiveEnd::Unrecognised;
-        if (end == DirectiveEnd::Abandoned) return ScanStep::Abandon;
+        if (end == DirectiveEnd::Abandoned) return Parse::End::Abandoned;
         if (end == DirectiveEnd::Unrecognised) TakeAsText();
-        return ScanStep::Continue;
+        return Parse::End::Whole;
     }
 
-    ScanStep EndStatement() {
+    Parse::End EndStatement() {
         ++s_.position;
         if (s_.collected.IsEmpty()) {
             // The ';' of "};" closes a struct declaration.
             s_.inStruct = false;
-            return ScanStep::Continue;
+            return Parse::End::Whole;
         }
         if (s_.current->parent == nullptr) {
             // The statement still uses up an id and a count, though a root takes no statements.
-            ++currentIndex;
-            ++objectCount;
+            ++s_.root->parse->nextId;
+            ++s_.root->parse->objectCount;
             return StopWithError("zero children. This is not correct.");
         }
         AddNode(s_, *s_.current, Kinds::kLine, s_.lineCounter, s_.position - 1);
-        return ScanStep::Continue;
+        return Parse::End::Whole;
     }
 
     bool StartsAttribute() {
@@ -218,7 +217,7 @@ class Scanner {
         if (declaration || s_.inStruct) SetKind(*s_.current, Kinds::kDefine);
     }
 
-    ScanStep CloseBlock() {
+    Parse::End CloseBlock() {
         ++s_.position;
         if (s_.current->parent == nullptr) {
             return StopWithError("Null parent branch? This is not right.");
@@ -226,7 +225,7 @@ class Scanner {
         // A last statement without its ';' is discarded.
         LeaveNode(s_, s_.position - 1);
         s_.collected.Restart(s_.position);
-        return ScanStep::Continue;
+        return Parse::End::Whole;
     }
 
     ScanState& s_;
@@ -235,8 +234,8 @@ class Scanner {
 
 }  // namespace
 
-ScanStep ScanText(ScanState& scan) {
-    const ScanStep end = Scanner(scan).Run();
-    chunk = std::string(scan.collected.View());  // a move: the old text's capacity is not kept
-    return end;
+void ScanText(ScanState& scan) {
+    Parse& parse = *scan.root->parse;
+    parse.end = Scanner(scan).Run();
+    parse.leftOver = std::string(scan.collected.View());
 }

@@ -3,14 +3,6 @@
 
 #include "tree/ScanState.h"
 
-/// How the scan goes on after a step, and how it ended.
-enum class ScanStep {
-    Continue,  // as an end: the whole text was scanned
-    Stop,      // at a structural error, which has added an error node to the root
-    Abandon,   // the build is abandoned, and the tree is not to be used
-};
-
-/// Scans the text to its end, or to the first step that does not continue, and returns that. Stop
-/// and Abandon come with a message on standard output. Sets `chunk` to the text that made no node.
-/// Throws std::bad_alloc.
-ScanStep ScanText(ScanState& scan);
+/// Scans the text to its end, or to where it cannot go on, which comes with a message among the
+/// traces. Tells the parse how the scan ended, and which text is left over. Throws std::bad_alloc.
+void ScanText(ScanState& scan);

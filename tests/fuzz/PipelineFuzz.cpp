@@ -4,10 +4,8 @@
 #include <cstdlib>
 
 #include "tests/support/PipelineChecks.h"
-#include "tests/support/QuietStdout.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const QuietStdout quiet;
     const std::string broken = BrokenPromise({reinterpret_cast<const char*>(data), size});
     if (!broken.empty()) {
         std::fprintf(stderr, "Broken promise: %s\n", broken.c_str());

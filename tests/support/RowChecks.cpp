@@ -24,7 +24,7 @@ std::string BrokenByPlaces(const std::vector<Row>& rows, const std::vector<std::
 
 std::string BrokenByRows(const ParsedFile& file, std::string_view source) {
     const std::vector<Row>& rows = file.rows();
-    if (file.outcome() == ParsedFile::Outcome::GivenUp) return rows.empty() ? "" : "given up";
+    if (file.end() == Parse::End::Abandoned) return rows.empty() ? "" : "given up";
     std::vector<std::size_t> parents(rows.size());
     std::vector<std::int32_t> last(rows.size());
     for (std::size_t i = 1; i < rows.size(); ++i) {

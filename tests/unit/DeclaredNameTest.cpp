@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "parsecs/rows/ParsedFile.h"
-#include "tests/support/QuietStdout.h"
 
 namespace {
 
@@ -107,11 +106,10 @@ TEST(DeclaredName, IsReadOffTheText) {
 }
 
 TEST(DeclaredName, TellsMembersFromLocalVariables) {
-    const QuietStdout quiet;
-    const ParsedFile file("a.cs",
-                          "int a; namespace N { class A { int b; A() { int c; } int P { get; }\n"
-                          "struct B { B() { int d; int L() { } B(); } ;#region x\nint e;\n"
-                          "} } int f; A(); B(); } }");
+    const ParsedFile file({"a.cs",
+                           "int a; namespace N { class A { int b; A() { int c; } int P { get; }\n"
+                           "struct B { B() { int d; int L() { } B(); } ;#region x\nint e;\n"
+                           "} } int f; A(); B(); } }"});
     std::string names;
     for (const Row& row : file.rows()) names.append(row.name).append(row.name.empty() ? "" : " ");
     EXPECT_EQ(names, "N A b A P B B L e f A ");

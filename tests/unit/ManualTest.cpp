@@ -19,7 +19,7 @@ TEST(Manual, IsWrittenInEachLanguage) {
         {HelpText(), "\n  -o, --output FILE       Write to FILE, which is replaced when all"},
         {HelpText(), "\n      --color auto|always|never\n                          Colours in "},
         {HelpText(), "\n  3                       Some output could not be written.\n"},
-        {ManPage(), "\n.TP\n\\fB\\-j\\fR, \\fB\\-\\-jobs\\fR \\fIN\\fR\n\\&Parse with N proc"},
+        {ManPage(), "\n.TP\n\\fB\\-j\\fR, \\fB\\-\\-jobs\\fR \\fIN\\fR\n\\&Parse with N thre"},
         {ManPage(), "\n\\fBparsecs \\-\\-jsonl src | grep \\(aq\"kind\":\"class\"\\(aq\\fR\n"},
         {ManPage(), "\n.TP\n\\fB3\\fR\n\\&Some output could not be written.\n"},
         {Completion("bash"), "\n        --output|-o) COMPREPLY=($(compgen -f --"},

@@ -4,14 +4,11 @@
 
 #include <string>
 
-#include "tests/support/QuietStdout.h"
-
 namespace {
 
 // A letter for each node below the global namespace, in the order of MapRole.
 std::string Roles(const std::string& source) {
-    const QuietStdout quiet;
-    const ParsedFile file("f.cs", source);
+    const ParsedFile file({"f.cs", source});
     std::string roles;
     for (const Row& row : file.rows()) {
         const bool frame = row.id < 2 || row.kind == KindName::kPreprocessor;

@@ -7,7 +7,6 @@
 #include "cleaner/Cleaner.h"
 #include "parsecs/outline/Outline.h"
 #include "parsecs/rows/JsonLines.h"
-#include "tests/support/QuietStdout.h"
 #include "tests/support/RowChecks.h"
 #include "text/CharClass.h"
 
@@ -79,7 +78,7 @@ std::string WithoutWhiteSpace(std::string text) {
 std::string Cleaned(std::string_view source, std::size_t begin, std::size_t length) {
     std::vector<std::string> defines;
     const std::string text = std::string("{").append(source.substr(begin, length));
-    return WithoutWhiteSpace(Cleaner().CleanText(text, {}, defines)).substr(1);
+    return WithoutWhiteSpace(Cleaner().CleanText(text, {}, defines, Traces(nullptr))).substr(1);
 }
 
 // Whether a block can end at this byte: a brace, or the last byte of a directive that closes it.
@@ -110,8 +109,7 @@ std::string Misplaced(const Row& row, std::string_view source) {
 }
 
 std::string Broken(const std::string& source, std::size_t& checked) {
-    const QuietStdout quiet;
-    const ParsedFile file("a.cs", source);
+    const ParsedFile file({"a.cs", source});
     const std::vector<Row>& rows = file.rows();
     std::string broken = BrokenByRows(file, source);
     for (std::size_t i = 2; i + 1 < rows.size() && broken.empty(); ++i, ++checked) {
@@ -132,9 +130,8 @@ TEST(Rows, StandWhereTheyWereRead) {
 }
 
 std::string Lines(std::string path, std::string source) {
-    const QuietStdout quiet;
     std::string lines;
-    AppendJsonLines(ParsedFile(std::move(path), std::move(source)), lines);
+    AppendJsonLines(ParsedFile({std::move(path), std::move(source)}), lines);
     return lines;
 }
 
@@ -160,9 +157,8 @@ TEST(JsonLines, AreTheSameForEveryFile) {
 constexpr const char* kLetters = "\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4";
 
 std::string Outlined(OutlineStyle style, const char* path = kLetters) {
-    const QuietStdout quiet;
     std::string text;
-    AppendOutline({path, "\n" + std::string(30, '{') + "a =\n b;"}, style, text);
+    AppendOutline(ParsedFile({path, "\n" + std::string(30, '{') + "a =\n b;"}), style, text);
     return text;
 }
 

@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "process/ModuleState.h"
 #include "tests/support/TreeDump.h"
-#include "tree/SourceFile.h"
+#include "tree/Parse.h"
 
 namespace {
 
@@ -59,14 +58,12 @@ const Row kRows[] = {
 };
 
 struct Parsed {
-    explicit Parsed(const Row& row) : file("", row.source) {
-        currentIndex = 1;
-        objectCount = 0;
-        ScanState scan(file.text, row.declarationMode, file.root);
+    explicit Parsed(const Row& row) : parse("", row.source, Traces(stdout)) {
+        ScanState scan(parse.text, row.declarationMode, parse.root);
         ScanText(scan);
     }
 
-    SourceFile file;
+    Parse parse;
 };
 
 TEST(Scanner, BuildsTheTree) {
@@ -74,7 +71,7 @@ TEST(Scanner, BuildsTheTree) {
         testing::internal::CaptureStdout();
         const Parsed parsed(row);
         const std::string message = testing::internal::GetCapturedStdout();
-        const ObjectBranch& global = *parsed.file.root.children.first;
+        const ObjectBranch& global = *parsed.parse.root.children.first;
         const std::string beside = Dump(global.nextSibling);
         const std::string tree = Dump(global.children.first) + (beside.empty() ? "" : "|" + beside);
         EXPECT_EQ(tree, row.tree) << row.source;
@@ -84,14 +81,14 @@ TEST(Scanner, BuildsTheTree) {
 
 TEST(Scanner, CountsEveryNodeButTheGlobalOne) {
     const Parsed parsed(kRows[1]);
-    EXPECT_EQ(objectCount, 6);
-    EXPECT_EQ(currentIndex, 8);
+    EXPECT_EQ(parsed.parse.objectCount, 6);
+    EXPECT_EQ(parsed.parse.nextId, 8);
     testing::internal::CaptureStdout();
     const Parsed stopped({"} a;", ""});
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "zero children. This is not correct.");
-    EXPECT_EQ(stopped.file.root.children.last->nodeID, 3)
+    EXPECT_EQ(stopped.parse.root.children.last->nodeID, 3)
         << "the discarded statement has taken id 2";
-    EXPECT_EQ(objectCount, 2);
+    EXPECT_EQ(stopped.parse.objectCount, 2);
 }
 
 std::string Order(const ObjectBranch& top) {
@@ -103,8 +100,8 @@ std::string Order(const ObjectBranch& top) {
 }
 
 TEST(Tree, FlattensAndFreesInOrder) {
-    SourceFile file("", "");
-    ObjectBranch& root = file.root;
+    Parse parse("", "", Traces(nullptr));
+    ObjectBranch& root = parse.root;
     root.contents = "R";
     for (const char* name : {"A", "D"}) AddChild(root)->contents = name;
     for (const char* name : {"B", "C"}) AddChild(*root.children.first)->contents = name;

@@ -1,24 +1,9 @@
-#include "parsecs/index/FileIndex.h"
+#include "parsecs/index/FunctionFigures.h"
 
 #include <algorithm>
-#include <cstring>
-
-#include "parsecs/rows/RowCodec.h"
+#include <utility>
 
 namespace {
-
-// In front of the functions, which stand as they are, and the rows: it is the same program that
-// reads them.
-struct Head {
-    std::uint64_t hash;
-    std::int32_t stopped;
-    std::uint32_t functions;
-    bool unchanged;
-};
-
-void AppendBytes(const void* bytes, std::size_t size, std::string& out) {
-    out.append(static_cast<const char*>(bytes), size);
-}
 
 // Walks over the rows with what is open around the row at hand. Until a function is closed, its
 // figures count levels from the file and not from itself.
@@ -86,41 +71,6 @@ class FigureWalk {
 
 }  // namespace
 
-std::uint64_t HashOf(std::string_view bytes) {
-    std::uint64_t hash = 0xCBF29CE484222325U;
-    for (const char byte : bytes) {
-        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
-    }
-    return hash;
-}
-
 std::vector<FunctionFigures> FiguresOf(const std::vector<Row>& rows) {
     return FigureWalk().Over(rows);
-}
-
-void EncodeUnchanged(std::uint64_t hash, std::string& out) {
-    const Head head{hash, -1, 0, true};
-    AppendBytes(&head, sizeof head, out);
-}
-
-void EncodeFile(std::uint64_t hash, const FileOutcome& outcome, const ParsedFile& file,
-                std::string& out) {
-    const std::vector<FunctionFigures> functions = FiguresOf(file.rows());
-    const std::int32_t stopped = outcome.kind == FileOutcome::Kind::Whole ? -1 : outcome.line;
-    const Head head{hash, stopped, static_cast<std::uint32_t>(functions.size()), false};
-    AppendBytes(&head, sizeof head, out);
-    AppendBytes(functions.data(), functions.size() * sizeof(FunctionFigures), out);
-    EncodeRows(file, out);
-}
-
-FileIndex DecodeFile(std::string_view bytes) {
-    Head head{};
-    std::memcpy(&head, bytes.data(), sizeof head);
-    bytes.remove_prefix(sizeof head);
-    FileIndex file{head.hash, head.unchanged, head.stopped, {}, {}};
-    file.functions.resize(head.functions);
-    const std::size_t size = head.functions * sizeof(FunctionFigures);
-    if (size > 0) std::memcpy(file.functions.data(), bytes.data(), size);
-    file.rows = bytes.substr(size);
-    return file;
 }

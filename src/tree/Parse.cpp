@@ -1,4 +1,4 @@
-#include "tree/SourceFile.h"
+#include "tree/Parse.h"
 
 #include <utility>
 
@@ -10,10 +10,11 @@ std::size_t FirstBlock(std::size_t textSize) { return textSize + 8 * sizeof(Obje
 
 }  // namespace
 
-SourceFile::SourceFile(std::string filePath, std::string sourceText)
+Parse::Parse(std::string filePath, std::string sourceText, Traces messages)
     : path(std::move(filePath)),
       text(std::move(sourceText)),
+      traces(messages),
       memory(FirstBlock(text.size()), &pages) {
-    root.memory = &memory;
+    root.parse = this;
     AssignIdentity(root);
 }

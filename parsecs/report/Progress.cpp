@@ -1,11 +1,11 @@
-#include "parsecs/run/Progress.h"
+#include "parsecs/report/Progress.h"
 
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 
-#include "parsecs/run/Messages.h"
+#include "parsecs/report/Messages.h"
 
 namespace {
 

@@ -23,6 +23,7 @@ class Report {
     int ExitCode() const;
 
   private:
+    void NoteGivenUp(const std::string& path, const std::string& reason);
     std::size_t Failures() const { return unreadable_ + givenUp_ + unwritten_; }
 
     std::size_t done_ = 0;

@@ -1,11 +1,16 @@
-#include "parsecs/run/Report.h"
+#include "parsecs/report/Report.h"
 
 #include "parsecs/command/OptionTable.h"
-#include "parsecs/run/Messages.h"
+#include "parsecs/report/Messages.h"
 
 void Report::NoteUnreadable(const std::string& path, const std::string& reason) {
     ++unreadable_;
     Say(path + ": " + reason);
+}
+
+void Report::NoteGivenUp(const std::string& path, const std::string& reason) {
+    ++givenUp_;
+    Say(path + ": given up: " + reason);
 }
 
 void Report::NoteUnwritten(const std::string& reason) {
@@ -14,19 +19,17 @@ void Report::NoteUnwritten(const std::string& reason) {
 }
 
 void Report::Note(const std::string& path, const Reply& reply) {
-    if (reply.kind == Reply::Kind::Unreadable) return NoteUnreadable(path, reply.text);
-    if (reply.kind != Reply::Kind::Made || reply.outcome.kind == FileOutcome::Kind::GivenUp) {
-        ++givenUp_;
-        const bool made = reply.kind == Reply::Kind::Made;
-        Say(path + ": given up: " + (made ? "it closes more sections than it opens" : reply.text));
-        return;
+    const FileOutcome& outcome = reply.made.outcome;
+    if (reply.kind == Reply::Kind::Unreadable) return NoteUnreadable(path, reply.reason);
+    if (reply.kind == Reply::Kind::Failed) return NoteGivenUp(path, reply.reason);
+    if (outcome.kind == FileOutcome::Kind::GivenUp) {
+        return NoteGivenUp(path, "it closes more sections than it opens");
     }
-    if (reply.outcome.kind == FileOutcome::Kind::Unchanged) return NoteUnchanged();
+    if (outcome.kind == FileOutcome::Kind::Unchanged) return NoteUnchanged();
     ++done_;
-    if (reply.outcome.kind != FileOutcome::Kind::StoppedEarly) return;
+    if (outcome.kind != FileOutcome::Kind::StoppedEarly) return;
     ++stoppedEarly_;
-    Say(path + ":" + std::to_string(reply.outcome.line) +
-        ": stopped early, as braces do not match");
+    Say(path + ":" + std::to_string(outcome.line) + ": stopped early, as braces do not match");
 }
 
 void Report::Summarise() const {

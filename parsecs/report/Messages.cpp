@@ -1,4 +1,4 @@
-#include "parsecs/run/Messages.h"
+#include "parsecs/report/Messages.h"
 
 #include <algorithm>
 #include <cstdio>

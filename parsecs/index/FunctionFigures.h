@@ -1,0 +1,20 @@
+// How big and how nested functions are.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "parsecs/rows/ParsedFile.h"
+
+/// The figures of one function. Their meaning is in schema.sql.
+struct FunctionFigures {
+    std::int32_t id;
+    std::int32_t last;
+    std::int32_t size;
+    std::int32_t nesting;
+    std::int32_t branches;
+    std::int32_t loops;
+};
+
+/// Of all functions of the file, in the order of the rows, those within others included.
+std::vector<FunctionFigures> FiguresOf(const std::vector<Row>& rows);
