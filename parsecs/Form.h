@@ -5,6 +5,7 @@
 // the inputs.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
@@ -30,6 +31,10 @@ struct FileOutcome {
     };
     Kind kind = Kind::Whole;
     std::int32_t line = 0;  ///< Where it stopped, from 1; 0 when it did not.
+    /// The line of the first conditional group of which only one branch was kept, and how many
+    /// there are.
+    std::int32_t cutLine = 0;
+    std::size_t cuts = 0;
 };
 
 /// A file as the walk found it, before it is read.

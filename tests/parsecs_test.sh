@@ -11,6 +11,7 @@ echo 'a; b' >src/a.cs
 echo "char c = 'x';" >src/sub/b.cs
 printf 'a;\r\nb;\r\n}\r\nc;' >early.cs
 cp "$here/cases/abandoned.cs" given..up.cs
+printf 'a;\n#if A\nclass A {\n#else\nclass B {\n#endif\n}\n#if D\nclass C {\n#else\n class D {\n#endif\n}' >cut.cs
 ln -s .. src/sub/loop
 ln -s nowhere src/gone.cs
 ln -s /dev/zero src/zero.cs
@@ -84,7 +85,10 @@ done <<TABLE
 1|/proc/self/mem|/proc/self/mem: Input/output error|
 1|-o kept missing.cs|missing.cs: No such file or directory|
 1|--html kept missing.cs|missing.cs: No such file or directory|
-1|--jsonl -o kept missing.cs given..up.cs|missing.cs: .*parsecs: 0 files parsed, .*|
+1|--jsonl -o kept missing.cs /proc/self/mem|missing.cs: .*parsecs: 0 files parsed, .*|
+0|--outline given..up.cs||line  #endif
+0|--outline cut.cs|cut.cs:2: kept one branch of this #if, and of 1 more, as braces .*|class  class A$
+0|--jsonl cut.cs src/a.cs|cut.cs:2: .*parsecs: 2 files parsed, 1 of them without some branches of #if|"C"
 1|\$'a\\e\\x7F.cs'|a\?\?.cs: No such file or directory|
 2||nothing to parse: .*|
 2|--strict --outline src/a.cs|--outline and --strict are two forms: use one|
@@ -124,8 +128,8 @@ TABLE
 # What a folder stands for, and where its outputs go.
 "$parsecs" -j2 --jsonl src early.cs src/../src/a.cs ./early.cs given..up.cs ./given..up.cs >stdout 2>err
 [ "$? $(grep -c '^{"format"' stdout) $(grep -o '^{"file":.*,"id":0,' stdout | cut -d'"' -f4 | xargs -d'\n')" = \
-    '1 1 src/a\ src/a.cs src/sub/b.cs early.cs src/../src/a.cs' ] || fail "$(head stdout)"
-[ "$(tail -n 1 err)" = "parsecs: 5 files parsed, 1 of them stopped early, 1 could not be read, 1 given up" ] &&
+    '1 1 src/a\ src/a.cs src/sub/b.cs early.cs src/../src/a.cs given..up.cs' ] || fail "$(head stdout)"
+[ "$(tail -n 1 err)" = "parsecs: 6 files parsed, 1 of them stopped early, 1 could not be read" ] &&
     grep -q '^parsecs: src/gone.cs: No such file' err || fail "counts: $(cat err)"
 umask 027
 "$parsecs" --into out ./early.cs src/sub "$PWD/src/a.cs" "../${PWD##*/}/deep.cs" 2>err || fail "$(cat err)"
@@ -139,7 +143,7 @@ echo 'a;' >early.cs.json
 
 # Standard output has what was there before, and closed descriptors are nobody's.
 { echo before && "$parsecs" --outline -o /dev/stdout src/a.cs; } >stdout
-[ "$(head -n 1 stdout) $(wc -l <stdout)" = "before 5" ] || fail "-o /dev/stdout: $(cat stdout)"
+[ "$(head -n 1 stdout) $(wc -l <stdout)" = "before 6" ] || fail "-o /dev/stdout: $(cat stdout)"
 "$parsecs" early.cs >stdout 2>err
 "$parsecs" -o closed early.cs <&- 2>&-
 cmp stdout closed || fail "closed descriptors"
@@ -163,7 +167,7 @@ terminal "$parsecs --outline -o plain src/sub/b.cs; $parsecs --outline --into pl
 grep -q "line  char c = 'x'$" plain && cmp plain plains/src/sub/b.cs.txt || fail "a file like a terminal"
 mkfifo slow.cs
 for place in "--into out" "--html page.html"; do
-    { sleep 0.4 && echo 'a;'; } >slow.cs &
+    { sleep 1 && echo 'a;'; } >slow.cs &
     terminal "$parsecs $place src/a.cs slow.cs" | grep -q '2 of 2 files, .* MB/s, 0 s left' || fail "progress: $place"
 done
 [ "$(ulimit -s 1024 && "$parsecs" --outline deep.cs | wc -l)" -gt 40000 ] || fail "deep outline"

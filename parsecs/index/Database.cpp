@@ -28,6 +28,11 @@ void Database::Run(const std::string& sql) {
     if (sqlite3_exec(connection_, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) Fail();
 }
 
+std::int64_t Database::Number(std::string_view sql) {
+    Statement statement(*this, sql);
+    return statement.Next() ? statement.Number(0) : 0;
+}
+
 void Database::Fail() const {
     const int code = sqlite3_errcode(connection_);
     if (code == SQLITE_BUSY) throw DatabaseError(name_, "another program keeps it busy");

@@ -28,6 +28,9 @@ class Database {
     /// Runs statements, one after the other.
     void Run(const std::string& sql);
 
+    /// The number that a query answers with; 0 for none.
+    std::int64_t Number(std::string_view sql);
+
   private:
     friend class Statement;
     [[noreturn]] void Fail() const;

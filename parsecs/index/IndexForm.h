@@ -14,7 +14,7 @@
 
 #include "parsecs/Form.h"
 #include "parsecs/index/Database.h"
-#include "parsecs/index/FunctionFigures.h"
+#include "parsecs/index/RowStore.h"
 #include "parsecs/output/Temporary.h"
 
 class IndexForm : public Form {
@@ -40,8 +40,6 @@ class IndexForm : public Form {
         std::uint64_t hash;
         bool whole;  ///< Others are parsed again, so that each run can name them.
     };
-    struct FilePiece;
-    struct Statements;
 
     void StartAnew();
     void StartUpdate();
@@ -50,12 +48,6 @@ class IndexForm : public Form {
     void LoadFiles();
     const KnownFile* Known(const std::string& path) const;
     static bool IsTouched(const KnownFile& known, const FoundFile& file);
-    void Touch(std::int64_t id, const FoundFile& file);
-    void PutFile(std::int64_t id, const std::string& path, const FoundFile& file,
-                 const FilePiece& piece);
-    void PutRow(std::int64_t file, std::int64_t first, const Row& row);
-    void PutBases(std::int64_t type, std::string_view header);
-    void Remove(std::int64_t file);
     void RemoveLost();
     bool IsBelowInputs(const std::string& path) const;
     void PutMeta();
@@ -65,12 +57,10 @@ class IndexForm : public Form {
     std::unordered_set<std::string> inputs_;
     std::optional<TemporaryFile> building_;  // none for an update
     std::unique_ptr<Database> database_;
-    std::unique_ptr<Statements> statements_;
+    std::unique_ptr<RowStore> store_;
     // By path. Threads read what was known, so it stays as it was loaded.
     std::unordered_map<std::string, KnownFile> known_;
     std::unordered_set<std::string> seen_;    // among the inputs
     std::unordered_set<std::string> failed_;  // wanted, and not taken so far
-    std::int64_t nextFile_ = 1;
-    std::int64_t nextNode_ = 1;
     bool changed_ = false;
 };

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 
-#include "parsecs/map/MapRole.h"
-
 namespace {
 
-constexpr std::uint32_t kFormat = 1;
+constexpr std::uint32_t kFormat = 2;
+constexpr std::uint32_t kDeclares = 32;  // more than there are roles
 
 void AppendNumber(std::uint32_t number, std::string& out) {
     for (; number >= 0x80; number >>= 7U) out += static_cast<char>(number | 0x80U);
@@ -25,15 +24,17 @@ void AppendLine(std::string_view text, std::string& out) {
     out.append(text).append("\n");
 }
 
-bool IsBranch(std::uint8_t role) {
-    return role == static_cast<std::uint8_t>(MapRole::Branch) ||
-           role == static_cast<std::uint8_t>(MapRole::Loop);
+bool IsBranch(MapRole role) { return role == MapRole::Branch || role == MapRole::Loop; }
+
+// What holds others, or errors.
+bool IsDefinition(const Row& row, MapRole role) {
+    return role == MapRole::Type || role == MapRole::Function || role == MapRole::Error ||
+           (role == MapRole::Variable && row.last > row.id);
 }
 
-bool IsDefinition(const Row& row, std::uint8_t role) {
-    const auto is = [role](MapRole other) { return role == static_cast<std::uint8_t>(other); };
-    return is(MapRole::Type) || is(MapRole::Function) || is(MapRole::Error) ||
-           (is(MapRole::Variable) && row.last > row.id);
+std::uint32_t WhatOf(const Row& row, MapRole role) {
+    if (row.declares == Declares::Nothing) return static_cast<std::uint32_t>(role);
+    return kDeclares + static_cast<std::uint32_t>(row.declares);
 }
 
 // The file stands in the list of files, and all that a file has lies in its global namespace.
@@ -44,7 +45,8 @@ bool IsFrame(const Row& row) {
 
 }  // namespace
 
-void MapColumns::Add(std::string_view path, const std::vector<Row>& rows) {
+void MapColumns::Add(const FileRows& file) {
+    const std::vector<Row>& rows = file.rows();
     Choose(rows);
     const MapRow* before = nullptr;
     for (const MapRow& row : chosen_) {
@@ -54,7 +56,10 @@ void MapColumns::Add(std::string_view path, const std::vector<Row>& rows) {
     ++files_;
     rows_ += chosen_.size();
     rowsRead_ += rows.size();
-    AppendLine(path, paths_);
+    AppendLine(file.path(), paths_);
+    AppendNumber(static_cast<std::uint32_t>(file.stoppedAt()), fileStops_);
+    const std::int32_t cut = file.cutAt().empty() ? 0 : file.cutAt().front();
+    AppendNumber(static_cast<std::uint32_t>(cut), fileCuts_);
     AppendNumber(static_cast<std::uint32_t>(chosen_.size()), fileRows_);
     AppendNumber(static_cast<std::uint32_t>(rows.front().end.line), fileLines_);
     AppendNumber(statementsOutside_, fileStatements_);
@@ -75,7 +80,7 @@ void MapColumns::Choose(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
         while (open.back().last < row.id) open.pop_back();
         const Open& above = open.back();
-        const auto role = static_cast<std::uint8_t>(RoleOf(row));
+        const MapRole role = RoleOf(row);
         const std::uint32_t branch = IsBranch(role) ? 1 : 0;
         const std::uint32_t statement = row.kind == KindName::kPreprocessor ? 0 : 1;
         Open here{row.last, above.depth, above.chosen, above.branches + branch};
@@ -106,7 +111,7 @@ void MapColumns::Append(const MapRow& row, const MapRow* before) {
     names_.last = rowTexts_.last;  // a name is told best by the text that it is in
     const std::array<std::uint32_t, ColumnCount> numbers{
         static_cast<std::uint32_t>(depthBefore + 1 - row.depth),
-        row.role,
+        WhatOf(*row.row, row.role),
         ZigZag(line - lineBefore),
         ZigZag(row.row->end.line - line),
         text,
@@ -140,7 +145,8 @@ std::vector<std::string_view> MapColumns::Pieces() {
     for (const std::size_t number : {files_, rows_, textIds_.size(), rowsRead_}) {
         AppendNumber(static_cast<std::uint32_t>(number), head);
     }
-    std::vector<std::string_view> sections{fileRows_, fileLines_, fileStatements_};
+    std::vector<std::string_view> sections{fileRows_, fileLines_, fileStatements_, fileStops_,
+                                           fileCuts_};
     sections.insert(sections.end(), columns_.begin(), columns_.end());
     sections.insert(sections.end(), {paths_, texts_});
 

@@ -4,7 +4,8 @@
 // First come six of them: the format, 1 if there are only definitions, how many files, rows on the
 // map, texts, and rows that were read. Then sections, each the number of its bytes and its bytes:
 //
-//   of the files: how many rows, the last line, the statements that no row on the map counts
+//   of the files: how many rows, the last line, the statements that no row on the map counts, the
+//     line at which the parse stopped or 0, and that of the first #if of which a branch is left out
 //   of the rows: the columns of MapColumns::Column
 //   the paths, then the texts, each ended by a line feed
 //
@@ -19,7 +20,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "parsecs/rows/ParsedFile.h"
+#include "parsecs/map/MapRole.h"
+#include "rows/FileRows.h"
 
 /// How much of a code base is on the map.
 enum class MapDetail : std::uint8_t {
@@ -31,8 +33,7 @@ class MapColumns {
   public:
     explicit MapColumns(MapDetail detail) : detail_(detail) {}
 
-    /// Adds a file: its rows, of which the first is the file itself.
-    void Add(std::string_view path, const std::vector<Row>& rows);
+    void Add(const FileRows& file);
 
     std::size_t files() const { return files_; }
     std::size_t rows() const { return rows_; }
@@ -44,7 +45,7 @@ class MapColumns {
     /// Of the columns of the rows.
     enum Column : std::uint8_t {
         Up,    ///< How many levels it lies above a child of the row before.
-        Role,  ///< MapRole.
+        What,  ///< MapRole, or for a declaration kDeclares more than the number of what it is.
         Line,  ///< Zigzag, from the line of the row before, or from 0.
         Span,  ///< Zigzag: lines from its first to its last.
         Text,  ///< 0: none; 1: the next new one; 2: what followed the text before when that was
@@ -58,7 +59,7 @@ class MapColumns {
     };
     struct MapRow {
         const Row* row;
-        std::uint8_t role;
+        MapRole role;
         std::int32_t depth;
         std::uint32_t statements, branches, nesting, step;
     };
@@ -81,6 +82,8 @@ class MapColumns {
     std::string fileRows_;
     std::string fileLines_;
     std::string fileStatements_;
+    std::string fileStops_;
+    std::string fileCuts_;
     std::string paths_;
     std::string texts_;
     std::unordered_map<std::string, std::int32_t> textIds_;

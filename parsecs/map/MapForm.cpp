@@ -13,8 +13,9 @@ constexpr std::size_t kMostFiles = 10'000;
 constexpr std::size_t kMostRows = 3'000'000;
 
 struct RowsPiece : Piece {
-    explicit RowsPiece(ReadSource source) : file(std::move(source)) {}
-    ParsedFile file;
+    explicit RowsPiece(ReadSource source)
+        : file(std::move(source.path), std::move(source.text), source.traces) {}
+    FileRows file;
 };
 
 }  // namespace
@@ -22,15 +23,14 @@ struct RowsPiece : Piece {
 MadeFile MapForm::Make(ReadSource source) const {
     auto piece = std::make_unique<RowsPiece>(std::move(source));
     const FileOutcome outcome = OutcomeOf(piece->file);
-    if (outcome.kind == FileOutcome::Kind::GivenUp) return {outcome, nullptr};
     return {outcome, std::move(piece)};
 }
 
 void MapForm::Take(const FoundFile& /*file*/, Piece& piece) {
-    const ParsedFile& file = static_cast<const RowsPiece&>(piece).file;
-    definitions_.Add(file.path(), file.rows());
+    const FileRows& file = static_cast<const RowsPiece&>(piece).file;
+    definitions_.Add(file);
     if (!statements_) return;
-    statements_->Add(file.path(), file.rows());
+    statements_->Add(file);
     if (statements_->files() > kMostFiles || statements_->rows() > kMostRows) statements_.reset();
 }
 

@@ -4,6 +4,9 @@
 #include <array>
 #include <string_view>
 
+#include "rows/Tokens.h"
+#include "tree/ObjectBranch.h"
+
 namespace {
 
 // What may stand before a parenthesis without being called.
@@ -11,37 +14,26 @@ constexpr std::array<std::string_view, 17> kNotCalled{
     "if",   "while",  "for",     "foreach", "switch",  "catch",     "using",  "lock",  "fixed",
     "when", "typeof", "default", "sizeof",  "checked", "unchecked", "return", "nameof"};
 
-bool IsWordByte(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    const bool letter = (byte | 0x20U) >= 'a' && (byte | 0x20U) <= 'z';
-    return letter || (byte >= '0' && byte <= '9') || byte == '_' || byte >= 0x80;
+bool IsCalled(std::string_view word) {
+    return std::find(kNotCalled.begin(), kNotCalled.end(), word) == kNotCalled.end();
 }
 
-// The end of the literal that begins at `i`, or of the text.
-std::size_t SkipLiteral(std::string_view text, std::size_t i) {
-    const char quote = text[i];
-    for (++i; i < text.size() && text[i] != quote; ++i) {
-        if (text[i] == '\\') ++i;
-    }
-    return i;
-}
-
-bool EndsWithCallee(std::string_view before) {
-    while (!before.empty() && before.back() == ' ') before.remove_suffix(1);
-    if (before.ends_with('>')) return !before.ends_with("=>") && before.size() > 1;
-    std::size_t begin = before.size();
-    while (begin > 0 && IsWordByte(before[begin - 1])) --begin;
-    const std::string_view word = before.substr(begin);
-    return !word.empty() &&
-           std::find(kNotCalled.begin(), kNotCalled.end(), word) == kNotCalled.end();
-}
-
+// Whether a parenthesis follows a name, with or without type arguments.
 bool Calls(std::string_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '"' || text[i] == '\'') {
-            i = SkipLiteral(text, i);
-        } else if (text[i] == '(' && EndsWithCallee(text.substr(0, i))) {
-            return true;
+    Tokens tokens(text);
+    bool callee = false;  // ends here
+    while (const char c = tokens.Peek()) {
+        if (c == '(' && callee) return true;
+        const bool wasCallee = callee;
+        callee = false;
+        if (c == '"' || c == '\'') {
+            tokens.SkipLiteral();
+        } else if (BeginsWord(c) || c == '@') {
+            const std::string_view word = tokens.TakeWord();
+            if (word.empty()) tokens.Skip();
+            callee = !word.empty() && IsCalled(word);
+        } else if (c != '<' || !wasCallee || !(callee = tokens.SkipTypeArguments())) {
+            tokens.Skip();
         }
     }
     return false;
@@ -61,12 +53,8 @@ MapRole RoleOfNameless(const Row& row) {
 }  // namespace
 
 MapRole RoleOf(const Row& row) {
-    switch (row.declares) {
-        case Declaration::Kind::Namespace:
-        case Declaration::Kind::Type: return MapRole::Type;
-        case Declaration::Kind::Function: return MapRole::Function;
-        case Declaration::Kind::Value: return MapRole::Variable;
-        case Declaration::Kind::None: break;
-    }
+    if (row.declares == Declares::Namespace || IsType(row.declares)) return MapRole::Type;
+    if (IsFunction(row.declares)) return MapRole::Function;
+    if (IsValue(row.declares)) return MapRole::Variable;
     return RoleOfNameless(row);
 }

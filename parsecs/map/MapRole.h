@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "parsecs/rows/ParsedFile.h"
+#include "rows/FileRows.h"
 
 /// The page has the same list, in the same order.
 enum class MapRole : std::uint8_t {

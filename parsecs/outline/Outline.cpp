@@ -39,14 +39,16 @@ void Paint(std::string_view piece, const char* code, bool colour, std::string& o
 
 }  // namespace
 
-void AppendOutline(const ParsedFile& file, OutlineStyle style, std::string& out) {
+void AppendOutline(const FileRows& file, OutlineStyle style, std::string& out) {
     for (const Row& row : file.rows()) {
         const std::string head = Head(row);
-        const std::size_t used = head.size() + row.kind.size() + 2;
+        const std::string_view kind =
+            row.declares == Declares::Nothing ? row.kind : NameOf(row.declares);
+        const std::size_t used = head.size() + kind.size() + 2;
         const std::size_t room =
             style.width == 0 ? std::string::npos - 1 : style.width - std::min(style.width, used);
         Paint(head, "2", style.colour, out);
-        Paint(row.kind, "36", style.colour, out);
+        Paint(kind, "36", style.colour, out);
         out += "  ";
         out.append(Fitted(row.parent == -1 ? file.path() : row.text, room)) += '\n';
     }

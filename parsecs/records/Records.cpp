@@ -12,5 +12,7 @@ FileOutcome AppendRecords(ReadSource source, std::string& out) {
     out += parse.result.get();
     if (parse.end == Parse::End::Whole) return {};
     // The records count lines in their own way: the true line is in the rows.
-    return OutcomeOf(ParsedFile(std::move(source)));
+    // The rows may know better and go on; the records did not.
+    const FileRows rows(std::move(source.path), std::move(source.text));
+    return {FileOutcome::Kind::StoppedEarly, rows.stoppedAt()};
 }

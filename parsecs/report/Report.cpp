@@ -27,9 +27,21 @@ void Report::Note(const std::string& path, const Reply& reply) {
     }
     if (outcome.kind == FileOutcome::Kind::Unchanged) return NoteUnchanged();
     ++done_;
-    if (outcome.kind != FileOutcome::Kind::StoppedEarly) return;
+    if (outcome.kind == FileOutcome::Kind::StoppedEarly) NoteStop(path, outcome.line);
+    if (outcome.cuts > 0) NoteCuts(path, outcome);
+}
+
+void Report::NoteStop(const std::string& path, std::int32_t line) {
     ++stoppedEarly_;
-    Say(path + ":" + std::to_string(outcome.line) + ": stopped early, as braces do not match");
+    Say(path + ":" + std::to_string(line) + ": stopped early, as braces do not match");
+}
+
+void Report::NoteCuts(const std::string& path, const FileOutcome& outcome) {
+    ++cut_;
+    const std::string others =
+        outcome.cuts == 1 ? "" : ", and of " + std::to_string(outcome.cuts - 1) + " more";
+    Say(path + ":" + std::to_string(outcome.cutLine) + ": kept one branch of this #if" + others +
+        ", as braces in them do not match");
 }
 
 void Report::Summarise() const {
@@ -38,6 +50,7 @@ void Report::Summarise() const {
         if (count > 0) counts.append(", ").append(std::to_string(count)).append(what);
     };
     add(stoppedEarly_, " of them stopped early");
+    add(cut_, " of them without some branches of #if");
     add(unchanged_, " unchanged");
     add(unreadable_, " could not be read");
     add(givenUp_, " given up");

@@ -23,12 +23,15 @@ class Report {
     int ExitCode() const;
 
   private:
+    void NoteStop(const std::string& path, std::int32_t line);
+    void NoteCuts(const std::string& path, const FileOutcome& outcome);
     void NoteGivenUp(const std::string& path, const std::string& reason);
     std::size_t Failures() const { return unreadable_ + givenUp_ + unwritten_; }
 
     std::size_t done_ = 0;
     std::size_t unchanged_ = 0;
     std::size_t stoppedEarly_ = 0;  // of those that are done
+    std::size_t cut_ = 0;           // of those that are done
     std::size_t unreadable_ = 0;
     std::size_t givenUp_ = 0;
     std::size_t unwritten_ = 0;

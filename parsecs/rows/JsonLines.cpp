@@ -23,10 +23,14 @@ class LineWriter {
         PutMember(",\"depth\":", row.depth);
         Put(",\"kind\":\"");
         Put(row.kind);
-        Put("\",\"name\":\"");
-        end_ = WriteJsonString(row.name, end_);
+        Put("\",\"declares\":\"");
+        Put(NameOf(row.declares));
+        PutText("\",\"name\":\"", row.name, row.plain);
+        PutScope(row.scope);
+        PutText("\",\"modifiers\":\"", row.modifiers, true);  // of keywords
+        PutText("\",\"attributes\":\"", row.attributes, row.attributes.empty());
         PutPlaces(row);
-        PutText(row);
+        PutText(",\"text\":\"", row.text, row.plain);
         Put("\"}\n");
     }
 
@@ -37,21 +41,35 @@ class LineWriter {
 
   private:
     void MakeRoom(const Row& row) {
-        constexpr std::size_t kConstantPieces = 256;  // with the numbers
-        const std::size_t room = kConstantPieces + head_.size() + row.kind.size() +
-                                 JsonStringRoom(row.name.size() + row.text.size());
+        constexpr std::size_t kConstantPieces = 384;  // with the numbers and kinds
+        const std::size_t texts = row.name.size() + row.scope.size() + row.modifiers.size() +
+                                  row.attributes.size() + row.text.size();
+        const std::size_t room = kConstantPieces + head_.size() + JsonStringRoom(texts);
         if (room <= static_cast<std::size_t>(lines_.data() + lines_.size() - end_)) return;
         Flush();
         if (lines_.size() < room) lines_.resize(2 * room);
         end_ = lines_.data();
     }
 
-    void PutText(const Row& row) {
-        if (row.plain) {
-            Put(row.text);
+    // `plain`: the value stands in JSON as it is.
+    void PutText(std::string_view name, std::string_view value, bool plain) {
+        Put(name);
+        if (plain) {
+            Put(value);
         } else {
-            end_ = WriteJsonString(row.text, end_);
+            end_ = WriteJsonString(value, end_);
         }
+    }
+
+    // Rows in a row have the same.
+    void PutScope(std::string_view scope) {
+        if (scope.data() != scope_.data() || scope.size() != scope_.size()) {
+            scope_ = scope;
+            scopeMember_ = ",\"scope\":" + JsonString(scope);
+            scopeMember_.pop_back();
+        }
+        Put("\"");
+        Put(scopeMember_);
     }
 
     void Put(std::string_view piece) { end_ += piece.copy(end_, piece.size()); }
@@ -66,27 +84,28 @@ class LineWriter {
 
     void PutPlaces(const Row& row) {
         if (row.begin.line == 0) {
-            Put("\",\"line\":null,\"column\":null,\"endLine\":null,\"endColumn\":null,\"text\":\"");
+            Put("\",\"line\":null,\"column\":null,\"endLine\":null,\"endColumn\":null");
             return;
         }
         PutMember("\",\"line\":", row.begin.line);
         PutMember(",\"column\":", row.begin.column);
         PutMember(",\"endLine\":", row.end.line);
         PutMember(",\"endColumn\":", row.end.column);
-        Put(",\"text\":\"");
     }
 
     static constexpr std::size_t kAtOnce = 8192;  // bytes of lines
 
     std::string& out_;
-    std::string head_;  // up to the id, the same in all rows of a file
+    std::string head_;                           // up to the id, the same in all rows of a file
+    std::string_view scope_;                     // of the last row
+    std::string scopeMember_ = ",\"scope\":\"";  // the same, without the last quote
     std::string lines_ = std::string(kAtOnce, '\0');
     char* end_ = lines_.data();
 };
 
 }  // namespace
 
-void AppendJsonLines(const ParsedFile& file, std::string& out) {
+void AppendJsonLines(const FileRows& file, std::string& out) {
     LineWriter writer(file.path(), out);
     for (const Row& row : file.rows()) writer.Add(row);
     writer.Flush();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "parsecs/Form.h"
-#include "parsecs/rows/ParsedFile.h"
+#include "rows/FileRows.h"
 
-/// With the line of the node that tells of the error.
-FileOutcome OutcomeOf(const ParsedFile& file);
+/// How the rows of the file came about: they are never given up.
+FileOutcome OutcomeOf(const FileRows& file);

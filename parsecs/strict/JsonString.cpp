@@ -1,6 +1,6 @@
 #include "parsecs/strict/JsonString.h"
 
-#include "parsecs/strict/Utf8.h"
+#include "rows/Utf8.h"
 #include "text/ByteSets.h"
 
 namespace {

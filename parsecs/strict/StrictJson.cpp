@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "parsecs/strict/Utf8.h"
+#include "rows/Utf8.h"
 
 namespace {
 

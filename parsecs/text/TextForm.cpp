@@ -27,13 +27,13 @@ FileOutcome AppendBytes(ReadSource source, const OutlineStyle& /*style*/, std::s
 }
 
 FileOutcome AppendRows(ReadSource source, const OutlineStyle& /*style*/, std::string& out) {
-    const ParsedFile file(std::move(source));
+    const FileRows file(std::move(source.path), std::move(source.text), source.traces);
     AppendJsonLines(file, out);
     return OutcomeOf(file);
 }
 
 FileOutcome AppendTree(ReadSource source, const OutlineStyle& style, std::string& out) {
-    const ParsedFile file(std::move(source));
+    const FileRows file(std::move(source.path), std::move(source.text), source.traces);
     AppendOutline(file, style, out);
     return OutcomeOf(file);
 }

@@ -140,7 +140,7 @@ bool DetectFunctionDeclaration(std::string_view text) { return AskParts(text).fu
 
 bool DetectVariableDeclaration(std::string_view text) { return AskParts(text).variable; }
 
-Declares AskParts(std::string_view text) {
+Answers AskParts(std::string_view text) {
     PartWalker walker(text);
     const std::string_view first = walker.Next();
     const Mark firstMark = MarkOf(first);

@@ -14,14 +14,14 @@ FirstWordMeaning MeaningOfFirstWord(std::string_view text);
 
 /// The results of DetectReturnDeclaration, DetectFunctionDeclaration and DetectVariableDeclaration,
 /// found in one walk over the text's parts.
-struct Declares {
+struct Answers {
     bool returned = false;
     bool function = false;
     bool variable = false;
 
-    bool operator==(const Declares&) const = default;
+    bool operator==(const Answers&) const = default;
 };
-Declares AskParts(std::string_view text);
+Answers AskParts(std::string_view text);
 
 /// The first part is "return".
 bool DetectReturnDeclaration(std::string_view text);

@@ -98,20 +98,20 @@ std::optional<bool> DeclaresVariable(std::string_view text, const Parts& parts) 
     return parts.later.others ? std::nullopt : std::optional(true);
 }
 
-// Sets `declares` to `AskParts` of the text, and returns true, if its beginning is enough; what it
+// Sets `answers` to `AskParts` of the text, and returns true, if its beginning is enough; what it
 // sets otherwise has no meaning.
-bool AskBeginning(std::string_view text, const Later& behindBlock, Declares& declares) {
+bool AskBeginning(std::string_view text, const Later& behindBlock, Answers& answers) {
     Parts parts = FindParts(text, behindBlock);
     if (!parts.known) return false;
-    declares.returned = parts.returned;
+    answers.returned = parts.returned;
     // Neither a function nor a variable: most statements are calls and assignments to members.
     if ((parts.second & (parts.dots | parts.parentheses)) != 0) return true;
     FindAssignments(text, parts);
     const std::optional<bool> function = DeclaresFunction(parts);
     const std::optional<bool> variable = DeclaresVariable(text, parts);
     if (!function || !variable) return false;
-    declares.function = *function;
-    declares.variable = *variable;
+    answers.function = *function;
+    answers.variable = *variable;
     return true;
 }
 
@@ -155,6 +155,6 @@ void LookAt(std::string_view text, std::size_t readable, FirstLook& look) {
     look.mayHoldParenthesis = found.parentheses != 0;
     look.plain = found.escapes == 0;
     look.brief = text.size() <= kBlockSize;
-    look.asked = text.empty() || AskBeginning(text, found.later, look.declares);
-    assert(!look.asked || look.declares == AskParts(text));
+    look.asked = text.empty() || AskBeginning(text, found.later, look.answers);
+    assert(!look.asked || look.answers == AskParts(text));
 }

@@ -14,8 +14,8 @@ struct FirstLook {
     bool mayHoldParenthesis = true;  ///< or no "(".
     bool plain = false;              ///< True when it certainly needs no backslash in JSON,
     bool brief = false;              ///< and when it has at most 64 bytes: 64 more can be read.
-    bool asked = false;              ///< Whether `declares` is set,
-    Declares declares;               ///< a cache of `AskParts` of the text.
+    bool asked = false;              ///< Whether `answers` is set,
+    Answers answers;                 ///< a cache of `AskParts` of the text.
 };
 
 /// Looks at a text. `readable` is how many bytes may be read from its beginning, past its end too:

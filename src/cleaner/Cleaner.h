@@ -7,39 +7,15 @@
 #include <vector>
 
 #include "process/Traces.h"
-#include "text/SourceMap.h"
-
-/// Maps positions in a cleaned text back to the source.
-struct CleaningMaps {
-    SourceMap comments;      // from the comment pass's result to the source
-    SourceMap conditionals;  // from the cleaned text to the comment pass's result
-
-    /// A cursor for ascending look-ups, as SourceMap::Reader.
-    class Reader {
-      public:
-        explicit Reader(const CleaningMaps& maps)
-            : comments_(maps.comments), conditionals_(maps.conditionals) {}
-
-        std::size_t SourceOf(std::size_t cleaned) {
-            return comments_.SourceOf(conditionals_.SourceOf(cleaned));
-        }
-
-      private:
-        SourceMap::Reader comments_;
-        SourceMap::Reader conditionals_;
-    };
-};
 
 /// The cleaning operations. A stateless class: use a default-constructed object. Nothing fails or
 /// throws, except with std::bad_alloc.
 class Cleaner {
   public:
     /// Both passes. Appends the operands of conditional directives to `defines`. Writes "the final
-    /// data is " and the comment pass's result to the traces. `maps`, unless it is null, receives
-    /// where the cleaned bytes stood in the source.
+    /// data is " and the comment pass's result to the traces.
     std::string CleanText(std::string text, std::vector<std::string> definedSymbols,
-                          std::vector<std::string>& defines, Traces traces = Traces(stdout),
-                          CleaningMaps* maps = nullptr) const;
+                          std::vector<std::string>& defines, Traces traces = Traces(stdout)) const;
 
     /// As `replaceAll`.
     void ReplaceAll(std::string& text, std::string_view from, std::string_view to) const;
@@ -47,19 +23,17 @@ class Cleaner {
     /// The comment pass: drops comments, attribute sections at the start of a statement, and
     /// stretches from a run of five 'T' to the next semicolon; turns bytes that are not printable
     /// into blanks. Literals and the line feeds of comments stay.
-    /// `map`, unless it is null, receives where the kept bytes stood in `text`.
-    std::string UncommentAndUnquoteText(std::string_view text, SourceMap* map = nullptr) const;
+    std::string UncommentAndUnquoteText(std::string_view text) const;
 
     /// The preprocessor pass: empties every directive line and every line of an inactive section,
     /// and unindents most others. One line feed out for each line feed in. A condition is true when
     /// its operand, the rest of its line, is an entry of `definedSymbols`. Appends each operand to
     /// `defines`, unless it stands there already. A directive or an indentation of more than 50
-    /// bytes writes a trace line for each further byte. `map` as above.
+    /// bytes writes a trace line for each further byte.
     std::string PreProcessorSimulation(std::string_view text,
                                        std::vector<std::string> definedSymbols,
                                        std::vector<std::string>& defines,
-                                       Traces traces = Traces(stdout),
-                                       SourceMap* map = nullptr) const;
+                                       Traces traces = Traces(stdout)) const;
 
     /// Splits a directive line, and appends its keyword with the '#' and its operand to `parts`, as
     /// far as it has them. Appends nothing where a letter comes before any '#': no directive.

@@ -154,7 +154,7 @@ std::size_t FindStop(const ByteSets<2>& stops, std::string_view text, std::size_
 
 class CommentPass {
   public:
-    CommentPass(std::string_view text, SourceMap* map) : text_(text), kept_(text, map) {}
+    explicit CommentPass(std::string_view text) : text_(text), kept_(text) {}
 
     std::string Run() {
         while (true) {
@@ -202,9 +202,9 @@ class CommentPass {
     void TakeByte() {
         const char c = text_[position_];
         if (IsFiltered(c)) {
-            kept_.Put(' ', position_);
+            kept_.Put(' ');
         } else if (Examine(state_, {text_, position_}) == Verdict::Copy) {
-            kept_.Put(c, position_);
+            kept_.Put(c);
         }
         ++position_;
     }
@@ -217,6 +217,6 @@ class CommentPass {
 
 }  // namespace
 
-std::string Cleaner::UncommentAndUnquoteText(std::string_view text, SourceMap* map) const {
-    return CommentPass(text, map).Run();
+std::string Cleaner::UncommentAndUnquoteText(std::string_view text) const {
+    return CommentPass(text).Run();
 }

@@ -115,9 +115,9 @@ class LineTraces {
 class PreprocessorPass {
   public:
     PreprocessorPass(std::string_view text, std::vector<std::string> definedSymbols,
-                     std::vector<std::string>& defines, Traces traces, SourceMap* map)
+                     std::vector<std::string>& defines, Traces traces)
         : text_(text),
-          kept_(text, map),
+          kept_(text),
           definedSymbols_(std::move(definedSymbols)),
           defines_(defines),
           known_(defines.begin(), defines.end()),
@@ -209,7 +209,8 @@ class PreprocessorPass {
     }
 
     void EndLine() {
-        kept_.Put('\n', position_++);
+        kept_.Put('\n');
+        ++position_;
         if (pending_.empty()) {
             Expect(true);
             return;
@@ -309,9 +310,9 @@ class PreprocessorPass {
 
 std::string Cleaner::PreProcessorSimulation(std::string_view text,
                                             std::vector<std::string> definedSymbols,
-                                            std::vector<std::string>& defines, Traces traces,
-                                            SourceMap* map) const {
-    return PreprocessorPass(text, std::move(definedSymbols), defines, traces, map).Run();
+                                            std::vector<std::string>& defines,
+                                            Traces traces) const {
+    return PreprocessorPass(text, std::move(definedSymbols), defines, traces).Run();
 }
 
 void Cleaner::CleanerPartsList(std::string_view line, std::vector<std::string>& parts) const {

@@ -9,9 +9,9 @@ namespace {
 constexpr std::string_view kVariableTag = "\n      \"variable\"\n";
 
 // `AskParts` of the contents, cached for blocks unless they were cut to a class's bare name.
-Declares Ask(const ObjectBranch& node, std::string_view contents) {
+Answers Ask(const ObjectBranch& node, std::string_view contents) {
     const bool same = contents.size() == node.contents.size();
-    return node.look.asked && same ? node.look.declares : AskParts(contents);
+    return node.look.asked && same ? node.look.answers : AskParts(contents);
 }
 
 }  // namespace
@@ -45,10 +45,10 @@ Record ClassifyRecord(const ObjectBranch& node) {
         kind = KindName::kLoop;
     } else if (node.branchType == BranchType::Preprocessor) {
         // A define list can look like a declaration, but is none.
-    } else if (const Declares declares = Ask(node, record.contents); declares.function) {
+    } else if (const Answers answers = Ask(node, record.contents); answers.function) {
         kind = KindName::kFunction;
         record.simpleFunctionName = functionName(record.contents);
-    } else if (declares.variable) {
+    } else if (answers.variable) {
         // "namespace global" reads like a declaration of `global`.
         if (kind == KindName::kNamespace) return record;
         record.tags = kVariableTag;

@@ -2,16 +2,13 @@
 
 #include <utility>
 
+#include "cleaner/Cleaner.h"
 #include "output/NodeWriter.h"
 #include "text/StringHelpers.h"
 #include "tree/Passes.h"
 #include "tree/Scanner.h"
 
 namespace {
-
-void Clean(Parse& parse, CleaningMaps* maps) {
-    parse.text = Cleaner().CleanText(std::move(parse.text), {}, parse.defines, parse.traces, maps);
-}
 
 // From the cleaned text to the finished tree; false if the build was abandoned.
 bool ScanAndRefine(std::string_view sourcePath, std::span<char> sourceText, bool declarationMode,
@@ -35,7 +32,7 @@ bool ScanAndRefine(std::string_view sourcePath, std::span<char> sourceText, bool
 }  // namespace
 
 void ParseSource(Parse& parse, std::string_view outputPath) {
-    Clean(parse, nullptr);
+    parse.text = Cleaner().CleanText(std::move(parse.text), {}, parse.defines, parse.traces);
     TreeBuilderCS(parse.path, parse.text, true, &parse.root, outputPath, parse.defines);
 }
 
@@ -47,7 +44,6 @@ void TreeBuilderCS(std::string_view sourcePath, std::span<char> sourceText, bool
     }
 }
 
-void BuildTree(Parse& parse, SourcePlaces& places) {
-    Clean(parse, &places.cleaning);
-    ScanAndRefine(parse.path, parse.text, true, parse.root, parse.defines, &places.nodes);
+void BuildTree(Parse& parse, NodePlaces& places) {
+    ScanAndRefine(parse.path, parse.text, true, parse.root, parse.defines, &places);
 }

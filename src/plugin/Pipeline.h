@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "cleaner/Cleaner.h"
 #include "tree/NodePlaces.h"
 #include "tree/Parse.h"
 
@@ -23,14 +22,7 @@ void TreeBuilderCS(std::string_view sourcePath, std::span<char> sourceText, bool
                    ObjectBranch* root, std::string_view outputPath,
                    const std::vector<std::string>& defines);
 
-// The same pipeline without the output, for callers that want the tree.
-
-/// Where the nodes of a file stand: positions in its cleaned text, and the way back to the source.
-struct SourcePlaces {
-    CleaningMaps cleaning;
-    NodePlaces nodes;
-};
-
-/// Cleans, scans and refines the parse's source: it has a tree then, unless it was abandoned.
-/// Throws std::bad_alloc.
-void BuildTree(Parse& parse, SourcePlaces& places);
+/// The middle of the pipeline, for callers that want the tree, and nothing lost on the way: scans
+/// and refines the parse's text, which was made fit for it (see ScanState), and records where the
+/// nodes stand in it. Throws std::bad_alloc.
+void BuildTree(Parse& parse, NodePlaces& places);

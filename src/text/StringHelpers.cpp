@@ -12,6 +12,7 @@ constexpr std::string_view kPathSeparators = "\\/";
 
 constexpr ByteSets kEscapedBytes{ByteSet(kEscaped)};
 
+constexpr ByteSets kVisible{~(ByteSet(" ") | ByteSet('\t', '\r'))};
 constexpr ByteSets kWhiteSpace{ByteSet(" "), ByteSet("\n\r\t"), ByteSet("\f\v")};
 
 // The first position that reducing changes: a reducible character that is no blank, or a blank
@@ -98,6 +99,12 @@ std::string TrimAndReduce(std::string_view text) {
 }
 
 std::string_view TrimAndReduceInPlace(std::span<char> text, std::size_t readable) {
+    // Most long texts are short ones behind much white space.
+    if (text.size() > kBlockSize && readable > text.size() && IsAsciiSpace(text[0])) {
+        const std::size_t skipped = Find(kVisible, {text.data(), text.size()}, 0);
+        text = text.subspan(skipped);
+        readable -= skipped;
+    }
     if (text.size() <= kBlockSize && readable >= kBlockSize) return TrimAndReduceShort(text);
     // Trimming first is the same and leaves less to reduce: the trim set holds the reduce set.
     const std::string_view trimmed = trim({text.data(), text.size()});

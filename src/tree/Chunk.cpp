@@ -8,7 +8,6 @@
 
 void Chunk::Keep(std::size_t start, std::size_t end) {
     assert(!taken_ && end_ <= start && start <= end && end <= text_.size());
-    if (moves_ != nullptr) moves_->Add(end_, start, end - start);
     if (start != end_) std::memmove(&text_[end_], &text_[start], end - start);
     end_ += end - start;
 }

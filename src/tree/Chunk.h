@@ -5,8 +5,6 @@
 #include <span>
 #include <string_view>
 
-#include "text/SourceMap.h"
-
 /// Collects pieces of the scanned text in place. Its queries remember how far they have looked, so
 /// that each looks at a byte only once: an unclosed parenthesis can make the rest of a file one
 /// chunk, with a query at each newline and '#'.
@@ -15,9 +13,8 @@
 /// left, over text that was scanned already. Nodes hold views into the text.
 class Chunk {
   public:
-    /// The text must outlive the chunk and the views it returns. `moves`, unless it is null,
-    /// receives where the pieces stood before they were moved.
-    explicit Chunk(std::span<char> text, SourceMap* moves) : text_(text), moves_(moves) {}
+    /// The text must outlive the chunk and the views it returns.
+    explicit Chunk(std::span<char> text) : text_(text) {}
 
     /// Appends the text from `start` up to `end`.
     void Keep(std::size_t start, std::size_t end);
@@ -52,7 +49,6 @@ class Chunk {
     static constexpr std::size_t kNone = std::string_view::npos;
 
     std::span<char> text_;
-    SourceMap* moves_;
     std::size_t start_ = 0;
     std::size_t end_ = 0;
     std::size_t leftTrimmed_ = 0;    // up to here all is white space

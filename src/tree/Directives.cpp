@@ -53,12 +53,11 @@ DirectiveEnd EndDirective(ScanState& scan) {
             scan.root->parse->traces.Write("current branch is null???\n\n");
             return DirectiveEnd::Abandoned;
         }
-        LeaveNode(scan, LastCollected(scan));
+        LeaveNode(scan, NodePlace::kNone);
     }
     if (directive->recorded) {
         ObjectBranch* const node =
-            AddNode(scan, *scan.current, Kinds::kDefine, scan.lineCounter,
-                    directive->entered ? NodePlace::kNone : LastCollected(scan));
+            AddNode(scan, *scan.current, Kinds::kDefine, scan.lineCounter, NodePlace::kNone);
         if (directive->entered) scan.current = node;
     }
     scan.inDirective = false;

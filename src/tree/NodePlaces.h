@@ -5,20 +5,20 @@
 #include <cstdint>
 #include <vector>
 
-#include "text/SourceMap.h"
-
-/// Byte offsets, both inclusive, into the cleaned text as it was before the scan edited it.
+/// Byte offsets into the scanned text.
 struct NodePlace {
     static constexpr std::size_t kNone = ~std::size_t{0};
 
-    std::size_t begin = kNone;  ///< First byte of its text; without text, the byte that made it.
-    std::size_t end = kNone;    ///< The ';', the '}' or the last byte that ends it.
+    std::size_t begin = kNone;   ///< First byte of its text; without text, the byte that made it.
+    std::size_t behind = kNone;  ///< Behind the last byte of its text.
+    std::size_t end = kNone;     ///< The ';' or the '}' that ends it.
+    bool isBlock = false;
 };
 
 /// The places of all nodes of one tree, by node id.
 class NodePlaces {
   public:
-    /// kNone where the node has no place, or no end because its block was never closed.
+    /// kNone where the node has no place, or no end because nothing closes it.
     NodePlace Of(std::int32_t nodeID) const {
         const auto index = static_cast<std::size_t>(nodeID);
         return index < places_.size() ? places_[index] : NodePlace{};
@@ -26,9 +26,6 @@ class NodePlaces {
 
     void Set(std::int32_t nodeID, NodePlace place) { At(nodeID) = place; }
     void SetEnd(std::int32_t nodeID, std::size_t end) { At(nodeID).end = end; }
-
-    /// Maps positions in the edited text back to those before the scan's chunk moved bytes.
-    SourceMap moves;
 
   private:
     NodePlace& At(std::int32_t nodeID) {

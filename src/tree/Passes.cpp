@@ -9,13 +9,13 @@
 namespace {
 
 void Refine(ObjectBranch& node) {
-    if (!node.look.asked) node.look.declares = AskParts(node.contents);
+    if (!node.look.asked) node.look.answers = AskParts(node.contents);
     node.look.asked = true;
-    if (node.look.declares.returned) {
+    if (node.look.answers.returned) {
         SetKind(node, Kinds::kLine);
         return;
     }
-    if (!node.look.declares.variable) return;
+    if (!node.look.answers.variable) return;
     // "namespace global" reads like a declaration of `global`.
     if (node.branchTypeAsString == KindName::kNamespace) return;
     SetKind(node, Kinds::kClassVar);

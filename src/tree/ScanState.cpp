@@ -9,7 +9,7 @@ ScanState::ScanState(std::span<char> sourceText, bool inDeclarationMode, ObjectB
       declarationMode(inDeclarationMode),
       root(&fileRoot),
       current(AddChild(fileRoot)),
-      collected(sourceText, nodePlaces == nullptr ? nullptr : &nodePlaces->moves),
+      collected(sourceText),
       places(nodePlaces) {
     // Not MakeNode: `objectCount` leaves out this node, like the root.
     AssignIdentity(*current);
@@ -20,11 +20,14 @@ ScanState::ScanState(std::span<char> sourceText, bool inDeclarationMode, ObjectB
 
 namespace {
 
-// A node without text is at the character that made it.
-std::size_t BeginOf(const ObjectBranch& node, const ScanState& scan) {
-    if (node.contents.empty()) return scan.position - 1;
-    return scan.places->moves.SourceOf(
-        static_cast<std::size_t>(node.contents.data() - scan.text.data()));
+std::size_t PositionOf(const char* byte, const ScanState& scan) {
+    return static_cast<std::size_t>(byte - scan.text.data());
+}
+
+// Of a node whose text stood before `behind`. Without text it is at the character that made it.
+NodePlace PlaceOf(const ObjectBranch& node, std::size_t behind, const ScanState& scan) {
+    if (node.contents.empty()) return {scan.position - 1, scan.position - 1};
+    return {PositionOf(node.contents.data(), scan), behind};
 }
 
 }  // namespace
@@ -35,10 +38,16 @@ ObjectBranch* AddNode(ScanState& scan, ObjectBranch& parent, const NodeKind& kin
     SetKind(*node, kind);
     node->lineNumber = lineNumber;
     node->filePath = scan.current->filePath;
+    const std::string_view text = rtrim(scan.collected.View());
     node->contents = scan.collected.TakeContents();
-    const auto at = static_cast<std::size_t>(node->contents.data() - scan.text.data());
+    const std::size_t at = PositionOf(node->contents.data(), scan);
     LookAt(node->contents, scan.text.size() - at, node->look);
-    if (scan.places != nullptr) scan.places->Set(node->nodeID, {BeginOf(*node, scan), end});
+    if (scan.places != nullptr) {
+        NodePlace place = PlaceOf(*node, PositionOf(text.data() + text.size(), scan), scan);
+        place.end = end;
+        place.isBlock = kind.type == BranchType::Container;
+        scan.places->Set(node->nodeID, place);
+    }
     scan.collected.Restart(scan.position);
     return node;
 }
@@ -46,11 +55,4 @@ ObjectBranch* AddNode(ScanState& scan, ObjectBranch& parent, const NodeKind& kin
 void LeaveNode(ScanState& scan, std::size_t end) {
     if (scan.places != nullptr) scan.places->SetEnd(scan.current->nodeID, end);
     scan.current = scan.current->parent;
-}
-
-std::size_t LastCollected(const ScanState& scan) {
-    if (scan.places == nullptr) return NodePlace::kNone;
-    const std::string_view text = rtrim(scan.collected.View());
-    return scan.places->moves.SourceOf(
-        static_cast<std::size_t>(text.data() + text.size() - 1 - scan.text.data()));
 }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "tree/Chunk.h"
 #include "tree/NodePlaces.h"
@@ -11,8 +12,13 @@
 
 struct ScanState {
     /// Adds the "namespace global" node below the root and makes it the current one. The text is
-    /// edited in place and must outlive the nodes, whose contents are views into it. `nodePlaces`,
-    /// unless it is null, receives where each node stands. Throws std::bad_alloc.
+    /// edited in place and must outlive the nodes, whose contents are views into it. Throws
+    /// std::bad_alloc.
+    ///
+    /// With `nodePlaces` the scan loses nothing: that receives where each node stands, parentheses
+    /// are counted anew in each block, so that statements end in one within parentheses too, and
+    /// what is left at the end of a block, or of the text, becomes a statement. The text must be
+    /// one of which no byte is dropped: without directives and line feeds, in declaration mode.
     ScanState(std::span<char> sourceText, bool inDeclarationMode, ObjectBranch& fileRoot,
               NodePlaces* nodePlaces = nullptr);
 
@@ -27,19 +33,16 @@ struct ScanState {
     bool inAttribute = false;      // in a bracketed attribute section that is being dropped
     bool inStruct = false;         // in a struct body; its blocks become defines
     Chunk collected;               // the text since the last node
-    NodePlaces* places;            // null unless places were requested
+    NodePlaces* places;            // null unless nothing shall be lost
+    std::vector<std::int64_t> outerDepths{};  // then, the parentheses open around each block
 };
 
 /// Appends a node to the parent's children. Its contents are the collected text, trimmed and
 /// reduced; the chunk is empty afterwards. The node ends at the position `end`, or with kNone is
-/// still open. Throws std::bad_alloc.
+/// still open or where its text ends. Throws std::bad_alloc.
 ObjectBranch* AddNode(ScanState& scan, ObjectBranch& parent, const NodeKind& kind,
                       std::int32_t lineNumber, std::size_t end);
 
 /// Ends the current node at the position `end`, and makes its parent the current one. The node must
 /// have a parent.
 void LeaveNode(ScanState& scan, std::size_t end);
-
-/// The position of the last collected byte that is not white space, as `end` for `AddNode` and
-/// `LeaveNode`; kNone when no places were requested.
-std::size_t LastCollected(const ScanState& scan);

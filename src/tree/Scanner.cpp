@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <utility>
 
 #include "text/ByteSets.h"
 #include "text/StringHelpers.h"
@@ -65,7 +66,10 @@ class Scanner {
     Parse::End Run() {
         while (true) {
             TakeText();
-            if (s_.position == s_.text.size()) return Parse::End::Whole;
+            if (s_.position == s_.text.size()) {
+                if (s_.current->parent != nullptr) KeepRest();
+                return Parse::End::Whole;
+            }
             if (const Parse::End end = TakeStep(); end != Parse::End::Whole) return end;
         }
     }
@@ -179,6 +183,7 @@ class Scanner {
         if (s_.collected.IsEmpty()) {
             // The ';' of "};" closes a struct declaration.
             s_.inStruct = false;
+            s_.collected.Restart(s_.position);
             return Parse::End::Whole;
         }
         if (s_.current->parent == nullptr) {
@@ -209,8 +214,15 @@ class Scanner {
         return !parenthesis;
     }
 
+    // The text before a block's end, or before that of the file, which no ';' has ended.
+    void KeepRest() {
+        if (s_.places == nullptr || s_.collected.IsBlank()) return;
+        AddNode(s_, *s_.current, Kinds::kLine, s_.lineCounter, NodePlace::kNone);
+    }
+
     void OpenBlock() {
         ++s_.position;
+        if (s_.places != nullptr) s_.outerDepths.push_back(std::exchange(s_.parenDepth, 0));
         s_.current = AddNode(s_, *s_.current, Kinds::kContainer, s_.lineCounter, NodePlace::kNone);
         const bool declaration = OpensDeclaration(*s_.current);
         if (declaration) s_.current->lineNumber = 0;
@@ -218,11 +230,16 @@ class Scanner {
     }
 
     Parse::End CloseBlock() {
+        if (s_.current->parent != nullptr) KeepRest();
         ++s_.position;
         if (s_.current->parent == nullptr) {
             return StopWithError("Null parent branch? This is not right.");
         }
-        // A last statement without its ';' is discarded.
+        if (!s_.outerDepths.empty()) {
+            s_.parenDepth = s_.outerDepths.back();
+            s_.outerDepths.pop_back();
+        }
+        // A last statement without its ';' is discarded, unless nothing shall be lost.
         LeaveNode(s_, s_.position - 1);
         s_.collected.Restart(s_.position);
         return Parse::End::Whole;

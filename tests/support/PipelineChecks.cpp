@@ -85,7 +85,7 @@ std::string BrokenPromise(std::string_view bytes) {
         if (std::string broken = BrokenByCleaner(bytes, symbols); !broken.empty()) return broken;
     }
     if (std::string broken = BrokenByFinders(bytes); !broken.empty()) return broken;
-    const ParsedFile rows({"file.cs", std::string(bytes)});
+    const FileRows rows("file.cs", std::string(bytes));
     if (std::string broken = BrokenByRows(rows, bytes); !broken.empty()) return broken;
     Parse parse("file.cs", std::string(bytes), Traces(nullptr));
     ParseSource(parse, "");

@@ -22,9 +22,8 @@ std::string BrokenByPlaces(const std::vector<Row>& rows, const std::vector<std::
 
 }  // namespace
 
-std::string BrokenByRows(const ParsedFile& file, std::string_view source) {
+std::string BrokenByRows(const FileRows& file, std::string_view source) {
     const std::vector<Row>& rows = file.rows();
-    if (file.end() == Parse::End::Abandoned) return rows.empty() ? "" : "given up";
     std::vector<std::size_t> parents(rows.size());
     std::vector<std::int32_t> last(rows.size());
     for (std::size_t i = 1; i < rows.size(); ++i) {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "parsecs/rows/ParsedFile.h"
+#include "rows/FileRows.h"
 
 /// Byte offsets of places, found by a scan for line ends: independent of how the rows were placed.
 class Positions {
@@ -33,4 +33,4 @@ class Positions {
 };
 
 /// The invariant that the rows break, or an empty text. Without a source places are not checked.
-std::string BrokenByRows(const ParsedFile& file, std::string_view source);
+std::string BrokenByRows(const FileRows& file, std::string_view source);

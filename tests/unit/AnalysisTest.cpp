@@ -164,7 +164,7 @@ TEST(Analysis, ALookTellsTheSameAsAWalk) {
             const std::string all = text + behind;
             FirstLook look;
             LookAt({all.data(), text.size()}, all.size(), look);
-            EXPECT_TRUE(!look.asked || look.declares == AskParts(text)) << text;
+            EXPECT_TRUE(!look.asked || look.answers == AskParts(text)) << text;
             EXPECT_TRUE(look.asked || size > 20 || row.find('\"') != std::string::npos) << text;
             EXPECT_TRUE(look.mayHoldEquality || !Contains(text, "==")) << text;
             EXPECT_TRUE(look.mayHoldClass || !Contains(text, "class")) << text;

@@ -8,7 +8,7 @@ namespace {
 
 // A letter for each node below the global namespace, in the order of MapRole.
 std::string Roles(const std::string& source) {
-    const ParsedFile file({"f.cs", source});
+    const FileRows file("f.cs", source);
     std::string roles;
     for (const Row& row : file.rows()) {
         const bool frame = row.id < 2 || row.kind == KindName::kPreprocessor;
@@ -25,7 +25,7 @@ TEST(MapRole, IsWhatAPersonSeesInARow) {
         {"namespace A { class B { } }", "TT"},
         {"public interface I { string Name { get; } }", "TVS"},
         {"class A { private struct B { int c; } enum D { E } int f; (int, int) F() { } }",
-         "TTVTVF"},
+         "TTVTVVF"},
         {"class A { int Structure; int P { get { return 1; } } }", "TVVKS"},
         {"class A { void F() { G(); h = i; } }", "TFCS"},
         {"void F() { for (;;) { a; } while (b) { } if (c) d; }", "FLSLB"},

@@ -22,7 +22,7 @@ std::string Told(const std::string& path, const std::string& source) {
     std::free(messages);
     if (parse.result) told += parse.result.get();
     told.append(*parse.leftOver).append(std::to_string(parse.nextId));
-    AppendJsonLines(ParsedFile({path, source}), told);
+    AppendJsonLines(FileRows(path, source), told);
     return told;
 }
 

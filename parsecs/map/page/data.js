@@ -1,7 +1,7 @@
 // Reads the data that the page holds: deflated sections of numbers and texts, as base64.
 
-const FORMAT = 1;
-const COLUMNS = ["up", "role", "line", "span", "text", "name", "statements", "branches", "nesting", "step"];
+const FORMAT = 2;
+const COLUMNS = ["up", "what", "line", "span", "text", "name", "statements", "branches", "nesting", "step"];
 
 function bytesOfBase64(text) {
   if (Uint8Array.fromBase64) return Uint8Array.fromBase64(text);
@@ -61,7 +61,7 @@ async function readData(element) {
     texts: reader.next(),
     rowsRead: reader.next(),
   };
-  for (const name of ["fileRows", "fileLines", "fileStatements", ...COLUMNS]) {
+  for (const name of ["fileRows", "fileLines", "fileStatements", "fileStops", "fileCuts", ...COLUMNS]) {
     data[name] = new NumberReader(reader.nextSection());
   }
   data.paths = new Texts(reader.nextSection(), data.files);

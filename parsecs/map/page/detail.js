@@ -146,7 +146,7 @@ function nodesToList(tree, root) {
 const counted = (number, one, many = `${one}s`) => `${number.toLocaleString("en")} ${number === 1 ? one : many}`;
 
 function factsOf(tree, node) {
-  const facts = [ROLES[tree.role[node]]];
+  const facts = [tree.kindOf(node)];
   const { [node]: first } = tree.line;
   const { [node]: last } = tree.lastLine;
   if (first > 0) facts.push(first === last ? `line ${first}` : `lines ${first} to ${last}`);
@@ -155,6 +155,8 @@ function factsOf(tree, node) {
   if (holdsFunctions(tree.role[node])) facts.push(`at most ${counted(tree.branches[node], "branch", "branches")} in a function`);
   else facts.push(counted(tree.branches[node], "branch", "branches"));
   facts.push(`nesting ${tree.nesting[node]}`);
+  if (tree.stops.has(node)) facts.push(`stopped early at line ${tree.stops.get(node)}: braces do not match`);
+  if (tree.cuts.has(node)) facts.push(`one branch of the #if at line ${tree.cuts.get(node)} is left out`);
   return facts;
 }
 

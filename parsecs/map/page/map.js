@@ -50,6 +50,7 @@ class MapView {
     for (const box of this.boxes) {
       if (box.open) this.drawOpen(box);
       else this.drawClosed(box);
+      this.markIncomplete(box);
     }
   }
 
@@ -81,6 +82,19 @@ class MapView {
     context.fillRect(box.x, box.y, box.w - seam, box.h - seam);
     if (box.rest === null && box.w > 24 && box.h > 13) this.write(box, colours.inkOn(lit ? colours.lit : colour), Math.min(box.h / 2, 9));
     context.globalAlpha = 1;
+  }
+
+  /** A corner in the colour of errors of a file of which a part is missing. */
+  markIncomplete(box) {
+    if (!this.tree.isIncomplete(box.shown) || box.rest !== null) return;
+    const { context, colours } = this;
+    const side = Math.min(14, box.w, box.h);
+    context.fillStyle = colours.roles[ROLE.ERROR];
+    context.beginPath();
+    context.moveTo(box.x + box.w - 1, box.y);
+    context.lineTo(box.x + box.w - 1 - side, box.y);
+    context.lineTo(box.x + box.w - 1, box.y + side);
+    context.fill();
   }
 
   write(box, ink, down) {

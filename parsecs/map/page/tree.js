@@ -6,6 +6,14 @@ const ROLES = ["type", "function", "variable", "branch", "loop", "call", "statem
 const ROLE = Object.fromEntries(ROLES.map((name, i) => [name.toUpperCase(), i]));
 const MARKS = ["▣", "ƒ", "▪", "◆", "↻", "↗", "·", "▢", "#", "⚑", "✖", "▤", "≡"];
 
+/** What a row declares, in the order of Declares, and the role of each. */
+const DECLARES = ["", "namespace", "class", "struct", "interface", "enum", "record", "delegate", "method", "constructor", "destructor", "property", "indexer", "event", "field", "operator", "conversion", "enumerator", "local"];
+const ROLE_OF = DECLARES.map((name) => {
+  if (["property", "indexer", "event", "field", "enumerator"].includes(name)) return ROLE.VARIABLE;
+  return ["method", "constructor", "destructor", "operator", "conversion", "local"].includes(name) ? ROLE.FUNCTION : ROLE.TYPE;
+});
+const FIRST_DECLARES = 32; // smaller numbers are roles
+
 const MOST_LETTERS = 2_000; // of a text on one line
 
 /** What holds functions: their numbers are not added up, the largest counts. */
@@ -42,6 +50,9 @@ class Tree {
     }
     for (const name of ["size", "branches", "nesting", "step"]) this[name] = new Uint32Array(this.count);
     this.role = new Uint8Array(this.count);
+    this.declares = new Uint8Array(this.count);
+    this.stops = new Map(); // the lines at which files stopped early
+    this.cuts = new Map(); // and those of an #if of which a branch is left out
     this.placeNames = [];
     const fileAt = this.addPlaces(plan);
     this.addRows(fileAt);
@@ -91,11 +102,14 @@ class Tree {
       let line = 0;
       this.lastLine[above] = data.fileLines.next();
       this.size[above] = data.fileStatements.next();
+      this.addMarks(above);
       for (let i = above + 1, last = above + this.rowsOfFile[file]; i <= last; ++i) {
         for (let up = data.up.next(); up > 0; --up) above = this.parent[above];
         this.parent[i] = above;
         this.depth[i] = this.depth[above] + 1;
-        this.role[i] = data.role.next();
+        const what = data.what.next();
+        this.declares[i] = Math.max(0, what - FIRST_DECLARES);
+        this.role[i] = what < FIRST_DECLARES ? what : ROLE_OF[what - FIRST_DECLARES];
         this.line[i] = line += data.line.nextSigned();
         this.lastLine[i] = line + data.span.nextSigned();
         this.text[i] = textOf(texts);
@@ -108,6 +122,14 @@ class Tree {
         above = i;
       }
     }
+  }
+
+  /** What is missing of a file. */
+  addMarks(file) {
+    const stop = this.data.fileStops.next();
+    const cut = this.data.fileCuts.next();
+    if (stop > 0) this.stops.set(file, stop);
+    if (cut > 0) this.cuts.set(file, cut);
   }
 
   /** From the last node to the first, each into the one that it lies in. */
@@ -155,6 +177,16 @@ class Tree {
     if (this.isPlace(node)) return oneLine(this.placeNames[this.name[node]]);
     const text = this.name[node] >= 0 ? this.name[node] : this.text[node];
     return text < 0 ? ROLES[this.role[node]] : oneLine(this.texts.get(text).slice(0, MOST_LETTERS));
+  }
+
+  /** In a word: what it declares, or else its role. */
+  kindOf(node) {
+    return DECLARES[this.declares[node]] || ROLES[this.role[node]];
+  }
+
+  /** Whether a part of a file is not on the map. */
+  isIncomplete(node) {
+    return this.stops.has(node) || this.cuts.has(node);
   }
 
   wholeText(node) {

@@ -1,4 +1,4 @@
-#include "parsecs/strict/Utf8.h"
+#include "rows/Utf8.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "parsecs/rows/Lines.h"
+#include "rows/Lines.h"
 
 #include "text/ByteSets.h"
 

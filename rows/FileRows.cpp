@@ -1,0 +1,30 @@
+#include "rows/FileRows.h"
+
+#include <utility>
+
+#include "plugin/Pipeline.h"
+#include "rows/RowMaker.h"
+
+FileRows::FileRows(std::string path, std::string source, Traces traces)
+    : source_(std::move(source)),
+      reading_(MakeReading(source_)),
+      parse_(std::move(path), std::move(reading_.text), traces) {
+    parse_.defines = reading_.operands;
+    NodePlaces places;
+    BuildTree(parse_, places);
+    MakeRows(source_, reading_, places, parse_, rows_);
+    Lines lines(source_);
+    for (const std::size_t cut : reading_.cut) cutAt_.push_back(lines.At(cut).line);
+    // Behind the error stands only the list of conditional operands.
+    if (parse_.end == Parse::End::StoppedEarly) stoppedAt_ = rows_[rows_.size() - 2].begin.line;
+}
+
+std::vector<Comment> FileRows::Comments() const {
+    Lines lines(source_);
+    std::vector<Comment> comments;
+    for (const Span& span : reading_.comments) {
+        const std::string_view text = std::string_view(source_).substr(span.begin);
+        comments.push_back({lines.At(span.begin), text.substr(0, span.end - span.begin)});
+    }
+    return comments;
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+/// A name in a list of variables, and its text with the initial value: "b = 1".
+struct FurtherName {
+    std::string_view name;
+    std::string_view text;
+};
+
+/// The names after the first in "int a, b = 1, c". `rest` is what follows the first name.
+std::vector<FurtherName> FindFurtherNames(std::string_view rest);

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <cstddef>
+
+/// A stretch of a text: the bytes from `begin` up to `end`.
+struct Span {
+    std::size_t begin;
+    std::size_t end;
+};
