@@ -172,7 +172,7 @@ class DeclarationReader {
                 return Step::GoOn;
             case Meaning::Event: event_ = member_ = true; return Step::GoOn;
             case Meaning::Conversion: conversion_ = true; return Step::GoOn;
-            case Meaning::Delegate: return TakeDelegate(word);
+            case Meaning::Delegate: return TakeDelegate();
             case Meaning::Class: return Named(Declares::Class, tokens_.TakeWord());
             case Meaning::Struct: return Named(Declares::Struct, tokens_.TakeWord());
             case Meaning::Interface: return Named(Declares::Interface, tokens_.TakeWord());
@@ -198,11 +198,14 @@ class DeclarationReader {
         return Step::GoOn;
     }
 
-    // Or a pointer to a function.
-    Step TakeDelegate(std::string_view word) {
-        if (tokens_.Peek() == '*') return TakeName(word);
-        delegate_ = true;
-        return Step::GoOn;
+    // Or a type: "delegate* unmanaged[Cdecl]<int, void>".
+    Step TakeDelegate() {
+        delegate_ = tokens_.Peek() != '*';
+        if (delegate_) return Step::GoOn;
+        tokens_.Skip();
+        tokens_.TakeWord();
+        if (tokens_.Peek() == '[') tokens_.SkipBrackets();
+        return TakeType();
     }
 
     // What stands before a name, and not before a dot, is its type.

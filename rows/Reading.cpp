@@ -254,12 +254,16 @@ class Reader {
         const bool continues = keyword == "#elif" || keyword == "#else";
         if (opens) conditionals_.Open(line);
         if (continues) conditionals_.Continue(line, keyword == "#else");
+        const bool cutsEnumerator = continues && InEnum() && !statementStart_;
         if (keyword == "#endif") conditionals_.Close(line);
         if ((opens || keyword == "#elif") && parts.size() > 1) AddOperand(std::move(parts[1]));
         if ((opens || continues || keyword == "#endif") && comment < text.size()) {
             reading_.comments.push_back({line.begin + comment, line.end});
         }
         LeaveGap(line.end);
+        if (!cutsEnumerator) return;
+        reading_.text[line.begin] = ';';
+        statementStart_ = true;
     }
 
     static std::string ReplacedBlanks(std::string_view text) {
@@ -313,7 +317,7 @@ class Reader {
     void EndEnumerator() {
         const bool ends = section_.depth == 0 && parentheses_ == blocks_.back().parentheses;
         if (!ends) return TakeAsCode();
-        reading_.text[at_] = ';';
+        reading_.text[at_] = statementStart_ ? ' ' : ';';
         StartStatement();
     }
 

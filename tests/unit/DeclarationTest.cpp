@@ -79,6 +79,7 @@ const Row kMembers[] = {
     {"const int Max = 1", "field Max|const"},
     {"fixed byte buffer[16]", "field buffer|fixed"},
     {"delegate*<int, void> f", "field f"},
+    {"public delegate* unmanaged[Cdecl]<int, void> F {", "property F|public"},
     {"Func<int> F = () => 1", "field F"},
     {"required Mode async", "field async|required"},
     {"string Name => name", "property Name"},

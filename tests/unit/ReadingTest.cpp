@@ -60,6 +60,8 @@ const Row kRows[] = {
     {"a =\n[1] + b\n(c);", "a = [1] + b (c);"},
     // Enumerators end like statements.
     {"enum E : byte { A = F(1, 2), [X] B, /*,*/ C }", "enum E : byte { A = F(1, 2); B; C }", "[X]"},
+    {"enum E { A\n#if X\n, B = 1\n#else\n, C\n#elif Y\nD\n#endif\n, }",
+     "enum E { A ; B = 1 ; C ; D ; }"},
     {"f(\"enum\", () => { g(1), h; });", "f(\"enum\", () => { g(1), h; });"},
     {"enumerate { a, b }", "enumerate { a, b }"},
 };
