@@ -67,7 +67,7 @@ class Scanner {
 
     void TakeWord() {
         const std::string_view word = tokens_.TakeWord();
-        if (word.empty()) return tokens_.Skip();  // a lone '@'
+        if (word.empty()) return;  // the '@' of a literal
         if (scan_.end == '\0') scan_.first = word;
         if (scan_.open <= 0 && IsOneOf(word, kBeginValues)) scan_.hasValue = true;
         scan_.last = word;

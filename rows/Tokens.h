@@ -27,7 +27,8 @@ class Tokens {
 
     void Skip(std::size_t bytes = 1) { position_ += bytes; }
 
-    /// The word that is next, without an '@' before it; empty when there is none.
+    /// The word that is next, without an '@' before it, which is taken alone where no word follows;
+    /// empty when there is none.
     std::string_view TakeWord();
 
     /// A literal from its first quote on.

@@ -53,6 +53,7 @@ const std::pair<const char*, const char*> kStructures[] = {
      "class C 1-6{method F 2-4{<1 => 2, _ => 3> 2-3} method G 5-5}"},
     {"class C { C() : base(x => { y(); }) { z(); } }", "class C{constructor C{<y()> <)>{<z()>}}}"},
     {"class C : B(new D { E = 1 }) { int f; }", "class C{<E = 1> <)>{field f}}"},
+    {"class C { void F(string s = @\"{\") { a(); } int b; }", "class C{method F{<a()>} field b}"},
     {"class C { int P { get; } int Q; }", "class C{property P{<get>} field Q}"},
     // An expression goes on behind its blocks, and each of its statements is there.
     {"void F() { g(a => { b(); c(); }, d => { if (e) h(); }, i);\nj(); }",
