@@ -1,12 +1,24 @@
 #include "rows/FileRows.h"
 
+#include <cstdint>
+#include <stdexcept>
 #include <utility>
 
 #include "plugin/Pipeline.h"
 #include "rows/RowMaker.h"
 
+namespace {
+
+// Lines and columns are numbers of 32 bits.
+std::string Checked(std::string source) {
+    if (source.size() > INT32_MAX) throw std::length_error("a source");
+    return source;
+}
+
+}  // namespace
+
 FileRows::FileRows(std::string path, std::string source, Traces traces)
-    : source_(std::move(source)),
+    : source_(Checked(std::move(source))),
       reading_(MakeReading(source_)),
       parse_(std::move(path), std::move(reading_.text), traces) {
     parse_.defines = reading_.operands;
@@ -15,7 +27,7 @@ FileRows::FileRows(std::string path, std::string source, Traces traces)
     MakeRows(source_, reading_, places, parse_, rows_);
     Lines lines(source_);
     for (const std::size_t cut : reading_.cut) cutAt_.push_back(lines.At(cut).line);
-    // Behind the error stands only the list of conditional operands.
+    // After the error stands only the list of conditional operands.
     if (parse_.end == Parse::End::StoppedEarly) stoppedAt_ = rows_[rows_.size() - 2].begin.line;
 }
 

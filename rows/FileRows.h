@@ -22,7 +22,7 @@ struct Comment {
 class FileRows {
   public:
     /// `path` is the name that the rows bear, `source` what was read from it. Throws
-    /// std::bad_alloc.
+    /// std::bad_alloc, and std::length_error for a source above 2 GiB.
     FileRows(std::string path, std::string source, Traces traces = Traces(nullptr));
     FileRows(const FileRows&) = delete;
     FileRows& operator=(const FileRows&) = delete;

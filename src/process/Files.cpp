@@ -79,20 +79,35 @@ class Descriptor {
     int number_;
 };
 
+// Adds bytes until there are `size` of them; fewer at the end of the file or on an error.
+void ReadUpTo(std::size_t size, const Descriptor& file, std::string& bytes) {
+    std::size_t length = bytes.size();
+    bytes.resize(size);
+    while (length < size) {
+        const std::size_t got = file.Read(bytes.data() + length, size - length);
+        if (got == 0) break;
+        length += got;
+    }
+    bytes.resize(length);
+}
+
 }  // namespace
 
 std::string ReadWholeFile(const std::string& path) {
-    // Most sources fit into the first read, which saves them the fstat.
-    char piece[32768];
+    // Many sources fit into the first read, which saves them the fstat. It is no larger, as a host's
+    // thread may have a small stack.
+    char piece[8192];
     std::string bytes;
     const Descriptor file(path, O_RDONLY);
     if (!file.IsOpen()) return bytes;
     while (const std::size_t got = file.Read(piece, sizeof piece)) {
-        if (bytes.empty() && got == sizeof piece) {
-            bytes.reserve(file.SizeHint() + 1);
+        const std::size_t size = bytes.empty() && got == sizeof piece ? file.SizeHint() : 0;
+        if (size > got) {
+            bytes.reserve(size + 1);
             AskForHugePages(bytes.data(), bytes.capacity());
         }
         bytes.append(piece, got);
+        if (size > got) ReadUpTo(size, file, bytes);
     }
     return bytes;
 }
