@@ -10,6 +10,8 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "process/Traces.h"
 
@@ -37,11 +39,25 @@ struct FileOutcome {
     std::size_t cuts = 0;
 };
 
-/// A file as the walk found it, before it is read.
+/// A source as it was found, before it is read.
 struct FoundFile {
-    std::string path;  ///< "-" is standard input.
+    enum class Kind : std::uint8_t {
+        File,
+        Stream,         ///< A pipe, a terminal, the null device.
+        StandardInput,  ///< Whatever that is.
+    };
+    std::string path;  ///< As rows and records bear it.
+    Kind kind = Kind::File;
     std::uint64_t bytes = 0;
     std::int64_t modified = 0;  ///< Nanoseconds since the epoch.
+    /// Device and number, by which the system knows it.
+    std::pair<std::uint64_t, std::uint64_t> identity{};
+};
+
+/// An input of which there will be nothing.
+struct InputFailure {
+    std::string path;
+    std::string reason;
 };
 
 /// What a form made of one file. Each form has a kind of its own.
@@ -85,4 +101,7 @@ class Form {
     /// were files and all of them failed: nothing may be left behind then. A run that a signal ends
     /// does not come here: see output/Temporary.h. Throws as Take does.
     virtual void Finish(bool complete) = 0;
+
+    /// After that: what it could not look at itself.
+    virtual std::vector<InputFailure> Failures() const { return {}; }
 };

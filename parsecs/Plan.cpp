@@ -78,8 +78,15 @@ void CheckOutputs(const Options& options, const Inputs& inputs) {
     };
     if (!options.output.empty()) refuse(options.output);
     if (!options.formFile.empty()) refuse(options.formFile);
+    const bool elsewhere = !(options.output + options.formFile + options.folder).empty();
+    if (!elsewhere && inputs.HoldStandardOutput()) {
+        throw UsageError("standard output: is an input, and would be replaced");
+    }
     if (options.folder.empty()) return;
     for (const FoundFile& file : inputs.files) {
+        if (file.kind == FoundFile::Kind::StandardInput) {
+            throw UsageError("--into: standard input has no path below it: use -o FILE");
+        }
         refuse(OutputPath(options.folder, file.path, OutputSuffix(options.form)));
     }
 }

@@ -53,8 +53,8 @@ int main(int argc, char** argv) {
     } catch (const UsageError& error) {
         Say(error.what());
         return kUsage;
-    } catch (const std::exception& error) {
-        Say(error.what());
+    } catch (const std::exception& failure) {
+        Say(ReasonOf(failure));
         return kNotWritten;
     }
 }

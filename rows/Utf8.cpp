@@ -24,3 +24,9 @@ std::size_t SequenceLength(std::string_view text) {
     }
     return length;
 }
+
+bool IsControl(std::string_view sequence) {
+    const unsigned lead = ByteAt(sequence, 0);
+    if (sequence.size() == 1) return lead < ' ' || lead == 0x7F;
+    return lead == 0xC2 && ByteAt(sequence, 1) < 0xA0;
+}

@@ -9,3 +9,7 @@ inline constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
 /// The length of the UTF-8 sequence that begins the text, or 0. No overlong forms, no surrogates,
 /// nothing above U+10FFFF.
 std::size_t SequenceLength(std::string_view text);
+
+/// Whether the sequence is a character that may control a terminal: below U+0020, or from U+007F to
+/// U+009F.
+bool IsControl(std::string_view sequence);

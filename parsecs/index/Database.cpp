@@ -14,12 +14,13 @@ constexpr int kPatience = 30'000;  // milliseconds
 Database::Database(const std::string& path, std::string name) : name_(std::move(name)) {
     // By themselves ":memory:" and "file:x" are no files to the library.
     const std::string file = path.starts_with('/') ? path : std::string("./").append(path);
-    if (sqlite3_open(file.c_str(), &connection_) != SQLITE_OK) {
+    if (sqlite3_open_v2(file.c_str(), &connection_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
         const DatabaseError error(name_, sqlite3_errmsg(connection_));
         sqlite3_close(connection_);
         throw error;
     }
     sqlite3_busy_timeout(connection_, kPatience);
+    Run("PRAGMA trusted_schema = OFF");  // whoever may have written it
 }
 
 Database::~Database() { sqlite3_close(connection_); }
@@ -33,11 +34,30 @@ std::int64_t Database::Number(std::string_view sql) {
     return statement.Next() ? statement.Number(0) : 0;
 }
 
+void Database::Read(std::int64_t offset, void* to, int size) const {
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(connection_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    if (file->pMethods->xRead(file, to, size, offset) != SQLITE_OK) {
+        throw DatabaseError(name_, "cannot be read");
+    }
+}
+
+bool Database::HasMoved() const {
+    int moved = 0;
+    sqlite3_file_control(connection_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved != 0;
+}
+
+void Database::FailAsDamaged() const {
+    throw DatabaseError(name_, "is damaged or no database, and is left as it is");
+}
+
 void Database::Fail() const {
     const int code = sqlite3_errcode(connection_);
     if (code == SQLITE_BUSY) throw DatabaseError(name_, "another program keeps it busy");
-    if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB) {
-        throw DatabaseError(name_, "is damaged or no database, and is left as it is");
+    if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB) FailAsDamaged();
+    if (sqlite3_extended_errcode(connection_) == SQLITE_READONLY_DBMOVED) {
+        throw DatabaseError(name_, "was deleted or replaced meanwhile: run again");
     }
     throw DatabaseError(name_, sqlite3_errmsg(connection_));
 }

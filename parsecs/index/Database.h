@@ -19,7 +19,7 @@ struct DatabaseError : std::runtime_error {
 /// can fail throws DatabaseError.
 class Database {
   public:
-    /// Opens the file, or makes it; errors call it `name`.
+    /// Opens a file that is there, be it empty; errors call it `name`.
     Database(const std::string& path, std::string name);
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
@@ -30,6 +30,15 @@ class Database {
 
     /// The number that a query answers with; 0 for none.
     std::int64_t Number(std::string_view sql);
+
+    /// Bytes of the file as they stand on disk.
+    void Read(std::int64_t offset, void* to, int size) const;
+
+    /// Whether the file has lost its name, be it to another one.
+    bool HasMoved() const;
+
+    /// Says that the file is not what it should be.
+    [[noreturn]] void FailAsDamaged() const;
 
   private:
     friend class Statement;

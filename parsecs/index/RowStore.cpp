@@ -11,6 +11,13 @@ std::int64_t KindNumber(std::string_view kind) {
     return std::find(kRowKinds.begin(), kRowKinds.end(), kind) - kRowKinds.begin();
 }
 
+// Updates never come that far.
+std::int64_t NextId(Database& database, std::string_view last) {
+    const std::int64_t id = database.Number(last);
+    if (id < 0 || id > INT64_MAX / 2) database.FailAsDamaged();
+    return id + 1;
+}
+
 std::int64_t CountBranches(const std::vector<Row>& rows) {
     return std::count_if(rows.begin(), rows.end(), [](const Row& row) {
         return row.kind == KindName::kLogic || row.kind == KindName::kLoop;
@@ -31,9 +38,9 @@ RowStore::RowStore(Database& database, bool isUpdate)
       putBase_(database, "INSERT OR IGNORE INTO base VALUES (?, ?)"),
       putComment_(database, "INSERT INTO comment VALUES (?, ?, ?, ?, ?)") {
     if (!isUpdate) return;
-    nextFile_ = database.Number("SELECT max(id) FROM file") + 1;
-    nextNode_ = database.Number("SELECT max(id) FROM node") + 1;
-    nextComment_ = database.Number("SELECT max(id) FROM comment") + 1;
+    nextFile_ = NextId(database, "SELECT max(id) FROM file");
+    nextNode_ = NextId(database, "SELECT max(id) FROM node");
+    nextComment_ = NextId(database, "SELECT max(id) FROM comment");
     Statement scope(database, "SELECT name, id FROM scope");
     while (scope.Next()) scopes_.emplace(scope.Text(0), scope.Number(1));
     database.Run(

@@ -10,6 +10,10 @@ CREATE TABLE meta (
     value                      -- their beginning start from; updated: when, UTC
 ) WITHOUT ROWID;
 
+-- By which a later run knows that no byte has changed by itself: see Seal.cpp.
+CREATE TABLE seal (checksum INTEGER, changes INTEGER);
+INSERT INTO seal VALUES (NULL, NULL);
+
 CREATE TABLE kind (
     id    INTEGER PRIMARY KEY,
     name  TEXT NOT NULL

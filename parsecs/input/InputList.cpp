@@ -15,7 +15,6 @@ std::vector<std::string> ReadInputList(const std::string& file, char end) {
         const std::size_t stop = std::min(text.find(end, begin), text.size());
         std::string name = text.substr(begin, stop - begin);
         if (end == '\n' && name.ends_with('\r')) name.pop_back();
-        if (name == "-") name = "./-";  // a file here, and not standard input
         if (!name.empty()) names.push_back(std::move(name));
         begin = stop + 1;
     }

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <set>
 #include <unordered_set>
 
 #include "parsecs/input/InputList.h"
@@ -16,23 +17,31 @@ namespace {
 
 namespace fs = std::filesystem;
 
-FileIdentity IdentityOf(const struct stat& status) { return {status.st_dev, status.st_ino}; }
+constexpr const char* kStandardInput = "/dev/stdin";
 
+using Identity = decltype(FoundFile::identity);
+
+Identity IdentityOf(const struct stat& status) { return {status.st_dev, status.st_ino}; }
+
+// The years that 64 bits hold are 1677 to 2262; times beyond are those of their ends.
 std::int64_t Nanoseconds(const struct stat& status) {
 #ifdef __APPLE__
     const timespec& time = status.st_mtimespec;
 #else
     const timespec& time = status.st_mtim;
 #endif
-    return time.tv_sec * std::int64_t{1000000000} + time.tv_nsec;
+    constexpr std::int64_t kSecond = 1'000'000'000;
+    constexpr std::int64_t kMostSeconds = INT64_MAX / kSecond - 1;
+    const std::int64_t seconds = std::clamp<std::int64_t>(time.tv_sec, -kMostSeconds, kMostSeconds);
+    return seconds * kSecond + time.tv_nsec;
 }
 
 // Devices never end, but for those that people type into or that hold nothing.
-bool IsEndless(const std::string& path, const struct stat& status) {
+bool IsEndless(const struct stat& status, FoundFile::Kind kind) {
     if (!S_ISCHR(status.st_mode)) return S_ISBLK(status.st_mode);
     struct stat null {};
     const bool isNull = stat("/dev/null", &null) == 0 && null.st_rdev == status.st_rdev;
-    return !isNull && !(path == "-" && isatty(STDIN_FILENO) != 0);
+    return !isNull && !(kind == FoundFile::Kind::StandardInput && isatty(STDIN_FILENO) != 0);
 }
 
 class Finder {
@@ -40,33 +49,42 @@ class Finder {
     void Add(const std::string& input) {
         struct stat status {};
         found_.named.push_back(input);
-        if (Examine(input, status) != 0) {
+        if (stat(input.c_str(), &status) != 0) {
             Fail(input, std::strerror(errno));
         } else if (S_ISDIR(status.st_mode)) {
             AddFolder(input);
-        } else if (IsEndless(input, status)) {
-            Fail(input, "is a device");
         } else {
-            AddFile(input, status);
+            AddNamed(input, status, FoundFile::Kind::Stream);
         }
+    }
+
+    void AddStandardInput() {
+        struct stat status {};
+        found_.named.emplace_back(kStandardInput);
+        if (fstat(STDIN_FILENO, &status) != 0) return Fail(kStandardInput, std::strerror(errno));
+        AddNamed(kStandardInput, status, FoundFile::Kind::StandardInput);
     }
 
     Inputs Found() { return std::move(found_); }
 
   private:
-    static int Examine(const std::string& path, struct stat& status) {
-        return path == "-" ? fstat(STDIN_FILENO, &status) : stat(path.c_str(), &status);
-    }
-
     void Fail(const std::string& path, const std::string& reason) {
         found_.failures.push_back({path, reason});
     }
 
-    void AddFile(const std::string& path, const struct stat& status) {
+    void AddNamed(const std::string& path, const struct stat& status, FoundFile::Kind kind) {
+        if (IsEndless(status, kind)) return Fail(path, "is a device");
+        const bool isFile = S_ISREG(status.st_mode) && kind != FoundFile::Kind::StandardInput;
+        AddFile(path, status, isFile ? FoundFile::Kind::File : kind);
+    }
+
+    // What one reader takes from a stream the next one misses, so it is taken once, however named.
+    void AddFile(const std::string& path, const struct stat& status, FoundFile::Kind kind) {
+        const Identity identity = IdentityOf(status);
         if (!known_.insert(NormalPath(path)).second) return;
-        found_.identities.push_back(IdentityOf(status));
-        found_.files.push_back(
-            {path, static_cast<std::uint64_t>(status.st_size), Nanoseconds(status)});
+        if (!S_ISREG(status.st_mode) && !streams_.insert(identity).second) return;
+        const auto bytes = static_cast<std::uint64_t>(status.st_size);
+        found_.files.push_back({path, kind, bytes, Nanoseconds(status), identity});
     }
 
     // Folders to come are kept on a stack, last one first.
@@ -109,29 +127,42 @@ class Finder {
 
     void AddFromFolder(const std::string& path) {
         struct stat status {};
-        if (Examine(path, status) != 0) {
+        if (stat(path.c_str(), &status) != 0) {
             Fail(path, std::strerror(errno));
         } else if (S_ISREG(status.st_mode)) {
-            AddFile(path, status);
+            AddFile(path, status, FoundFile::Kind::File);
         }
     }
 
     Inputs found_;
     std::unordered_set<std::string> known_;
+    std::set<Identity> streams_;
     std::vector<Entry> pending_;
 };
+
+bool IsAmong(const std::vector<FoundFile>& files, const struct stat& status) {
+    const Identity identity = IdentityOf(status);
+    return std::any_of(files.begin(), files.end(),
+                       [&](const FoundFile& file) { return file.identity == identity; });
+}
 
 }  // namespace
 
 bool Inputs::Holds(const std::string& path) const {
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) return false;
-    return std::find(identities.begin(), identities.end(), IdentityOf(status)) != identities.end();
+    return stat(path.c_str(), &status) == 0 && IsAmong(files, status);
+}
+
+bool Inputs::HoldStandardOutput() const {
+    struct stat status {};
+    return fstat(STDOUT_FILENO, &status) == 0 && S_ISREG(status.st_mode) && IsAmong(files, status);
 }
 
 Inputs FindInputs(const Options& options) {
     Finder finder;
-    for (const std::string& input : options.inputs) finder.Add(input);
+    for (const std::string& input : options.inputs) {
+        input == "-" ? finder.AddStandardInput() : finder.Add(input);
+    }
     if (!options.list.empty()) {
         const char end = options.listEndsInNul ? '\0' : '\n';
         for (const std::string& input : ReadInputList(options.list, end)) finder.Add(input);

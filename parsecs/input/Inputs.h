@@ -1,30 +1,22 @@
 // The files that the command line names: found before any of them is read, in a fixed order.
 #pragma once
 
-#include <sys/types.h>
-
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "parsecs/Form.h"
 #include "parsecs/command/Options.h"
 
-struct InputFailure {
-    std::string path;
-    std::string reason;
-};
-
-using FileIdentity = std::pair<dev_t, ino_t>;
-
 struct Inputs {
-    std::vector<FoundFile> files;  ///< Each once, folders in the order of their names' bytes.
-    std::vector<FileIdentity> identities;
+    std::vector<FoundFile> files;    ///< Each once, folders in the order of their names' bytes.
     std::vector<std::string> named;  ///< As they were given, those of the list among them.
     std::vector<InputFailure> failures;
 
     /// Whether the path leads to one of the files, be it by another name.
     bool Holds(const std::string& path) const;
+
+    /// Whether standard output is one of the files.
+    bool HoldStandardOutput() const;
 };
 
 /// Finds the files of all inputs. A folder stands for the regular files named *.cs at any depth

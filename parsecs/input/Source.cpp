@@ -4,16 +4,18 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 
 namespace {
 
 class OpenFile {
   public:
-    explicit OpenFile(const std::string& path)
-        : number_(path == "-" ? STDIN_FILENO : Open(path.c_str())) {
-        if (number_ < 0) throw ReadFailure(std::strerror(errno));
+    OpenFile() = default;  // standard input
+    OpenFile(const std::string& path, int flags) : number_(Open(path.c_str(), flags)) {
+        if (number_ < 0) Fail();
     }
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
@@ -26,41 +28,82 @@ class OpenFile {
         while (true) {
             const ssize_t got = read(number_, to, room);
             if (got >= 0) return static_cast<std::size_t>(got);
-            if (errno != EINTR) throw ReadFailure(std::strerror(errno));
+            if (errno != EINTR) Fail();
         }
     }
 
-    // Only a first guess: 0 for what has none (pipes, devices).
-    std::size_t Size() const {
+    struct stat Status() const {
         struct stat status {};
-        if (fstat(number_, &status) != 0 || status.st_size < 0) return 0;
-        return static_cast<std::size_t>(status.st_size);
+        if (fstat(number_, &status) != 0) Fail();
+        return status;
     }
 
   private:
-    static int Open(const char* path) {
+    [[noreturn]] static void Fail() { throw ReadFailure(std::strerror(errno)); }
+
+    static int Open(const char* path, int flags) {
         while (true) {
-            const int number = open(path, O_RDONLY | O_CLOEXEC | O_NOCTTY);
+            const int number = open(path, flags | O_RDONLY | O_CLOEXEC | O_NOCTTY);
             if (number >= 0 || errno != EINTR) return number;
         }
     }
 
-    int number_;
+    int number_ = STDIN_FILENO;
 };
 
-}  // namespace
-
-std::string ReadBytes(const std::string& path) {
+std::string ReadToEnd(const OpenFile& file, std::size_t most = SIZE_MAX) {
     char piece[32768];
     std::string bytes;
-    const OpenFile file(path);
     while (const std::size_t got = file.Read(piece, sizeof piece)) {
-        if (bytes.empty() && got == sizeof piece) bytes.reserve(file.Size() + 1);
+        if (got > most - bytes.size()) throw ReadFailure("grows while it is read");
         bytes.append(piece, got);
     }
     return bytes;
 }
 
+std::string ReadSized(const OpenFile& file, std::size_t size) {
+    std::string bytes(size, '\0');
+    std::size_t length = 0;
+    while (length < size) {
+        const std::size_t got = file.Read(bytes.data() + length, size - length);
+        if (got == 0) break;
+        length += got;
+    }
+    bytes.resize(length);
+    return bytes;
+}
+
+// Opening a pipe for its reader waits for a writer: only where one was found.
+std::string ReadFoundFile(const FoundFile& found) {
+    const OpenFile file(found.path, O_NONBLOCK);
+    const struct stat status = file.Status();
+    if (!S_ISREG(status.st_mode)) throw ReadFailure("is no file any more");
+    const auto size = static_cast<std::size_t>(status.st_size);
+    // The system's own files have no size, and are short.
+    constexpr std::size_t kMostWithoutSize = 1U << 20U;
+    return size > 0 ? ReadSized(file, size) : ReadToEnd(file, kMostWithoutSize);
+}
+
+std::string ReadStream(const FoundFile& found) {
+    const OpenFile file(found.path, 0);
+    const struct stat status = file.Status();
+    if (found.identity != std::pair<std::uint64_t, std::uint64_t>(status.st_dev, status.st_ino)) {
+        throw ReadFailure("is another file by now");
+    }
+    return ReadToEnd(file);
+}
+
+}  // namespace
+
+std::string ReadBytes(const std::string& path) {
+    return path == "-" ? ReadToEnd(OpenFile()) : ReadToEnd(OpenFile(path, 0));
+}
+
 ReadSource ReadFound(const FoundFile& file) {
-    return {file.path == "-" ? "/dev/stdin" : file.path, ReadBytes(file.path), file.modified};
+    switch (file.kind) {
+        case FoundFile::Kind::File: return {file.path, ReadFoundFile(file), file.modified};
+        case FoundFile::Kind::Stream: return {file.path, ReadStream(file), file.modified};
+        case FoundFile::Kind::StandardInput: break;
+    }
+    return {file.path, ReadToEnd(OpenFile()), file.modified};
 }

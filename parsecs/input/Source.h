@@ -14,5 +14,6 @@ struct ReadFailure : std::runtime_error {
 /// All bytes of the file, of standard input for "-". Throws ReadFailure, std::bad_alloc.
 std::string ReadBytes(const std::string& path);
 
-/// Standard input is called /dev/stdin. Throws as ReadBytes.
+/// What was found is what is read: not another thing that has its name by now, and no more bytes
+/// than the file has when it is opened. Throws as ReadBytes.
 ReadSource ReadFound(const FoundFile& file);

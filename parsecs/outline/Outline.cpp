@@ -3,16 +3,20 @@
 #include <algorithm>
 #include <string_view>
 
+#include "rows/Utf8.h"
+
 namespace {
 
 // On one line of at most `room` bytes.
 std::string Fitted(std::string_view text, std::size_t room) {
     std::string line;
-    for (const char byte : text) {
-        const bool blank = static_cast<unsigned char>(byte) <= ' ' || byte == '\x7F';
-        if (!blank) line += byte;
+    while (!text.empty() && line.size() <= room) {
+        const std::size_t length = SequenceLength(text);
+        const std::string_view sequence = text.substr(0, std::max<std::size_t>(length, 1));
+        const bool blank = sequence == " " || IsControl(sequence);
+        if (!blank) line += length == 0 ? kReplacement : sequence;
         if (blank && !line.empty() && line.back() != ' ') line += ' ';
-        if (line.size() > room) break;
+        text.remove_prefix(sequence.size());
     }
     if (line.size() <= room) return line;
     std::size_t cut = std::max<std::size_t>(room, 3) - 3;

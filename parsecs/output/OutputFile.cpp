@@ -11,6 +11,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "parsecs/output/Signals.h"
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -78,8 +80,7 @@ void OutputFile::Write(std::string_view bytes) {
         if (written >= 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno == EPIPE && descriptor_ == STDOUT_FILENO) {
-            std::signal(SIGPIPE, SIG_DFL);
-            raise(SIGPIPE);
+            EndBy(SIGPIPE);
         } else if (errno != EINTR) {
             Fail(errno);
         }

@@ -26,7 +26,6 @@ fs::path FromHere(const fs::path& input) {
 
 std::string OutputPath(const std::string& folder, const std::string& input,
                        std::string_view suffix) {
-    if (input == "-") throw UsageError("--into: standard input has no path below it: use -o FILE");
     const fs::path path = FromHere(input);
     if (LeadsOut(path)) {
         throw UsageError("--into: " + input + " lies outside of the folder you are in: cd to one " +

@@ -5,6 +5,6 @@
 
 /// The file below `folder` for that input: the input's path from where the program stands, and the
 /// suffix behind it, so that no two files share an output. Throws UsageError for what does not lie
-/// below there, standard input among it.
+/// below there.
 std::string OutputPath(const std::string& folder, const std::string& input,
                        std::string_view suffix);

@@ -3,8 +3,8 @@
 
 #include <csignal>
 
-/// While it lives, none of those that ask the program to end reaches this thread or those that it
-/// starts.
+/// While it lives, no signal from outside that would end the program reaches this thread or those
+/// that it starts.
 class SignalsWait {
   public:
     SignalsWait();
@@ -16,6 +16,9 @@ class SignalsWait {
     sigset_t before_;
 };
 
-/// From now on these signals run `handler`, once, which raises the signal again. Those that are
-/// ignored stay so.
+/// From now on all signals that end the program, its own faults among them, run `handler` first,
+/// once. Those that are ignored, or have a handler, stay so.
 void HandleEndingSignals(void (*handler)(int signal));
+
+/// Ends the program by the signal, whoever may have blocked it. For handlers, too.
+[[noreturn]] void EndBy(int signal);

@@ -24,10 +24,9 @@ void RemoveAll() {
     }
 }
 
-// The handler is gone by the time it runs: the signal that is raised ends the program.
-void RemoveAllAndRaise(int signal) {
+void RemoveAllAndEnd(int signal) {
     RemoveAll();
-    raise(signal);
+    EndBy(signal);
 }
 
 [[noreturn]] void ThrowError() { throw std::system_error(errno, std::generic_category()); }
@@ -40,7 +39,7 @@ mode_t NewFileMode() {
 
 }  // namespace
 
-void RemoveTemporariesOnSignals() { HandleEndingSignals(RemoveAllAndRaise); }
+void RemoveTemporariesOnSignals() { HandleEndingSignals(RemoveAllAndEnd); }
 
 void RemoveTemporariesAndEnd(int exitCode) {
     RemoveAll();

@@ -4,8 +4,8 @@
 
 #include <string>
 
-/// From now on SIGINT, SIGTERM, SIGHUP and SIGQUIT remove all temporary files before they end the
-/// program. Those that are ignored stay so.
+/// From now on signals that end the program remove all temporary files before. Those that are
+/// ignored stay so.
 void RemoveTemporariesOnSignals();
 
 /// Removes all temporary files and ends the program at once, whatever its threads do.

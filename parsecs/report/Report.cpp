@@ -13,7 +13,7 @@ void Report::NoteGivenUp(const std::string& path, const std::string& reason) {
     Say(path + ": given up: " + reason);
 }
 
-void Report::NoteUnwritten(const std::string& reason) {
+void Report::NoteUnwritten(std::string_view reason) {
     ++unwritten_;
     Say(reason);
 }
@@ -33,7 +33,9 @@ void Report::Note(const std::string& path, const Reply& reply) {
 
 void Report::NoteStop(const std::string& path, std::int32_t line) {
     ++stoppedEarly_;
-    Say(path + ":" + std::to_string(line) + ": stopped early, as braces do not match");
+    // The rows of a file may go on where its records stop: then no line of the source is to blame.
+    const std::string place = line == 0 ? path : path + ":" + std::to_string(line);
+    Say(place + ": stopped early, as braces do not match");
 }
 
 void Report::NoteCuts(const std::string& path, const FileOutcome& outcome) {

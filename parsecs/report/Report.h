@@ -3,13 +3,14 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "parsecs/run/Reply.h"
 
 class Report {
   public:
     void NoteUnreadable(const std::string& path, const std::string& reason);
-    void NoteUnwritten(const std::string& reason);
+    void NoteUnwritten(std::string_view reason);
     void NoteUnchanged() { ++unchanged_; }
 
     /// A reply, and whether what it made was taken.

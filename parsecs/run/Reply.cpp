@@ -2,10 +2,10 @@
 
 #include <exception>
 #include <new>
-#include <stdexcept>
 #include <utility>
 
 #include "parsecs/input/Source.h"
+#include "parsecs/report/Messages.h"
 
 namespace {
 
@@ -16,12 +16,8 @@ Reply TryReply(const FoundFile& file, const Form& form, Traces traces) {
         return {Reply::Kind::Made, form.Make(std::move(source)), {}};
     } catch (const ReadFailure& failure) {
         return {Reply::Kind::Unreadable, {}, failure.what()};
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::length_error&) {
-        return {Reply::Kind::Failed, {}, "too large"};
-    } catch (const std::exception& error) {
-        return {Reply::Kind::Failed, {}, error.what()};
+    } catch (const std::exception& failure) {
+        return {Reply::Kind::Failed, {}, std::string(ReasonOf(failure))};
     }
 }
 

@@ -119,10 +119,11 @@ int Run(const Options& options, const Inputs& inputs, Form& form) {
     try {
         runner.ParseAll();
         form.Finish(report.IsWorthFinishing());
+        for (const auto& [path, reason] : form.Failures()) report.NoteUnreadable(path, reason);
         ClearPassing();
-    } catch (const std::exception& error) {
+    } catch (const std::exception& failure) {
         form.Finish(false);
-        report.NoteUnwritten(error.what());
+        report.NoteUnwritten(ReasonOf(failure));
         brokeOff = true;
     }
     if (!IsLone(options, inputs)) report.Summarise();

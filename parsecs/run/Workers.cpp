@@ -1,7 +1,7 @@
 #include "parsecs/run/Workers.h"
 
 #include <algorithm>
-#include <system_error>
+#include <exception>
 #include <utility>
 
 #ifdef __linux__
@@ -22,10 +22,11 @@ unsigned UsableCores() {
 
 Workers::Workers(unsigned helpers) {
     const SignalsWait wait;  // in the new threads for ever: the main one hears them
+    threads_.reserve(helpers);
     try {
         while (threads_.size() < helpers) threads_.emplace_back([this] { Work(); });
-    } catch (const std::system_error&) {
-        // The system has no more.
+    } catch (const std::exception&) {
+        // The system has no more threads, or no memory for one.
     }
 }
 

@@ -1,9 +1,9 @@
 // What the C++ runtime needs to throw, without asking the system for it.
 //
-// The runtime would allocate its state of each thread at that thread's first exception, and a reserve
-// for exceptions while the module is loaded: without the memory for either it ends the process, which
-// is the host's. The module has a runtime of its own (see src/CMakeLists.txt), which takes these
-// functions for its own. They are those of the Itanium C++ ABI.
+// The runtime would allocate its state of each thread at that thread's first exception, and a
+// reserve for exceptions while the module is loaded: without the memory for either it ends the
+// process, which is the host's. The module has a runtime of its own (see src/CMakeLists.txt), which
+// takes these functions for its own. They are those of the Itanium C++ ABI.
 #include <array>
 #include <atomic>
 #include <cstddef>

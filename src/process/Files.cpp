@@ -94,8 +94,8 @@ void ReadUpTo(std::size_t size, const Descriptor& file, std::string& bytes) {
 }  // namespace
 
 std::string ReadWholeFile(const std::string& path) {
-    // Many sources fit into the first read, which saves them the fstat. It is no larger, as a host's
-    // thread may have a small stack.
+    // Many sources fit into the first read, which saves them the fstat. It is no larger, as a
+    // host's thread may have a small stack.
     char piece[8192];
     std::string bytes;
     const Descriptor file(path, O_RDONLY);

@@ -38,14 +38,16 @@ TEST(Reply, TellsWhateverFails) {
         const char* reason;
         std::int32_t line = 0;
     } rows[] = {
-        {{"/dev/null", 0, kFine}, Reply::Kind::Made, ""},
-        {{"/dev/null", 0, kStopped}, Reply::Kind::Made, "", 7},
-        {{"/dev/null", 0, kGivenUp}, Reply::Kind::Made, ""},
-        {{"/", 0, kFine}, Reply::Kind::Unreadable, "Is a directory"},
-        {{"/dev/null", 0, kNoMemory}, Reply::Kind::Failed, "out of memory"},
-        {{"/dev/null", 0, kTooLarge}, Reply::Kind::Failed, "too large"},
-        {{"/dev/null", 0, kBroken}, Reply::Kind::Failed, "broken in a way of its own"},
-        {{"/dev/null", 0, kStrange}, Reply::Kind::Failed, "unknown reason"},
+        {{SAMPLE, FoundFile::Kind::File, 0, kFine}, Reply::Kind::Made, ""},
+        {{SAMPLE, FoundFile::Kind::File, 0, kStopped}, Reply::Kind::Made, "", 7},
+        {{SAMPLE, FoundFile::Kind::File, 0, kGivenUp}, Reply::Kind::Made, ""},
+        {{"/", FoundFile::Kind::File, 0, kFine}, Reply::Kind::Unreadable, "is no file any more"},
+        {{SAMPLE, FoundFile::Kind::File, 0, kNoMemory}, Reply::Kind::Failed, "out of memory"},
+        {{SAMPLE, FoundFile::Kind::File, 0, kTooLarge}, Reply::Kind::Failed, "too large"},
+        {{SAMPLE, FoundFile::Kind::File, 0, kBroken},
+         Reply::Kind::Failed,
+         "broken in a way of its own"},
+        {{SAMPLE, FoundFile::Kind::File, 0, kStrange}, Reply::Kind::Failed, "unknown reason"},
     };
     for (const auto& row : rows) {
         const Reply reply = ReplyTo(row.file, FatefulForm(), Traces(nullptr));
