@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "parsecs/form/FormKind.h"
 #include "parsecs/output/OutputPath.h"
-#include "parsecs/text/TextForm.h"
+
+namespace plugincs {
 
 namespace {
 
@@ -23,7 +25,8 @@ void CheckInputs(const Options& options) {
     }
     if (options.listEndsInNul && options.list.empty()) throw UsageError("-0 needs --files-from");
     const auto& inputs = options.inputs;
-    if (options.list == "-" && std::count(inputs.begin(), inputs.end(), "-") > 0) {
+    if (options.list == kStandardStream &&
+        std::count(inputs.begin(), inputs.end(), kStandardStream) > 0) {
         throw UsageError("standard input cannot be both the list and a source");
     }
 }
@@ -31,7 +34,8 @@ void CheckInputs(const Options& options) {
 void CheckPlaces(const Options& options) {
     std::error_code error;
     if (!options.formFile.empty() && !(options.output + options.folder).empty()) {
-        throw UsageError(options.formOption + " FILE tells the place: leave out -o and --into");
+        throw UsageError("--" + std::string(options.form->option) +
+                         " FILE tells the place: leave out -o and --into");
     }
     if (!options.output.empty() && !options.folder.empty()) {
         throw UsageError("-o and --into are two places: use one");
@@ -45,7 +49,7 @@ void CheckPlaces(const Options& options) {
 }
 
 bool NeedsOneFile(const Options& options) {
-    return options.formFile.empty() && options.folder.empty() && !TakesSeveral(options.form);
+    return options.folder.empty() && !options.form->takesSeveral;
 }
 
 void CheckNumber(const Options& options) {
@@ -63,7 +67,8 @@ void CheckNumber(const Options& options) {
 }  // namespace
 
 void SettleOutput(Options& options) {
-    if (options.output == "-") options.output.clear();
+    if (!options.formFile.empty()) options.output = options.formFile;
+    if (options.output == kStandardStream) options.output.clear();
 }
 
 void CheckPlan(const Options& options) {
@@ -77,8 +82,7 @@ void CheckOutputs(const Options& options, const Inputs& inputs) {
         if (inputs.Holds(output)) throw UsageError(output + ": is an input, and would be replaced");
     };
     if (!options.output.empty()) refuse(options.output);
-    if (!options.formFile.empty()) refuse(options.formFile);
-    const bool elsewhere = !(options.output + options.formFile + options.folder).empty();
+    const bool elsewhere = !(options.output + options.folder).empty();
     if (!elsewhere && inputs.HoldStandardOutput()) {
         throw UsageError("standard output: is an input, and would be replaced");
     }
@@ -87,6 +91,8 @@ void CheckOutputs(const Options& options, const Inputs& inputs) {
         if (file.kind == FoundFile::Kind::StandardInput) {
             throw UsageError("--into: standard input has no path below it: use -o FILE");
         }
-        refuse(OutputPath(options.folder, file.path, OutputSuffix(options.form)));
+        refuse(OutputPath(options.folder, file.path, options.form->suffix));
     }
 }
+
+}  // namespace plugincs

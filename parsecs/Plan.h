@@ -1,8 +1,10 @@
 // Whether what was asked for can be done: what is refused says what to use instead.
 #pragma once
 
-#include "parsecs/command/Options.h"
 #include "parsecs/input/Inputs.h"
+#include "parsecs/options/Options.h"
+
+namespace plugincs {
 
 /// Standard output has one name, which is empty.
 void SettleOutput(Options& options);
@@ -13,3 +15,5 @@ void CheckPlan(const Options& options);
 
 /// Throws UsageError for an output that would be outside of its folder or replace an input.
 void CheckOutputs(const Options& options, const Inputs& inputs);
+
+}  // namespace plugincs

@@ -4,16 +4,15 @@
 
 #include "parsecs/Plan.h"
 #include "parsecs/command/CommandLine.h"
-#include "parsecs/command/OptionTable.h"
-#include "parsecs/index/IndexForm.h"
-#include "parsecs/input/Inputs.h"
+#include "parsecs/form/FormKind.h"
 #include "parsecs/manual/Manual.h"
-#include "parsecs/map/MapForm.h"
+#include "parsecs/messages/Messages.h"
+#include "parsecs/options/ExitCode.h"
 #include "parsecs/output/OutputFile.h"
 #include "parsecs/output/Temporary.h"
-#include "parsecs/report/Messages.h"
 #include "parsecs/run/Run.h"
-#include "parsecs/text/TextForm.h"
+
+namespace plugincs {
 
 namespace {
 
@@ -24,27 +23,16 @@ int ShowAbout(const Options& options) {
     return kDone;
 }
 
-std::unique_ptr<Form> MakeForm(const Options& options, const Inputs& inputs) {
-    switch (options.form) {
-        case Options::Form::Index:
-            return std::make_unique<IndexForm>(options.formFile, inputs.named);
-        case Options::Form::Map: return std::make_unique<MapForm>(options.formFile);
-        default: return MakeTextForm(options);
-    }
-}
-
 int ParseInputs(Options options) {
-    SettleOutput(options);
     CheckPlan(options);
+    SettleOutput(options);
     const Inputs inputs = FindInputs(options);
     CheckOutputs(options, inputs);
-    const std::unique_ptr<Form> form = MakeForm(options, inputs);
+    const std::unique_ptr<Form> form = options.form->make(options, inputs);
     return Run(options, inputs, *form);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Main(int argc, char** argv) {
     PrepareStandardFiles();
     RemoveTemporariesOnSignals();
     try {
@@ -58,3 +46,9 @@ int main(int argc, char** argv) {
         return kNotWritten;
     }
 }
+
+}  // namespace
+
+}  // namespace plugincs
+
+int main(int argc, char** argv) { return plugincs::Main(argc, argv); }

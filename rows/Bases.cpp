@@ -2,6 +2,8 @@
 
 #include "rows/Tokens.h"
 
+namespace plugincs {
+
 namespace {
 
 // Steps over what stands in brackets of any kind; false where there are none.
@@ -49,3 +51,5 @@ std::vector<std::string_view> BasesOf(std::string_view header) {
     if (!base.empty()) bases.push_back(base);
     return bases;
 }
+
+}  // namespace plugincs

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace plugincs {
+
 void Balance::AddBraces(std::int64_t count) {
     braces += count;
     lowestBraces = std::min(lowestBraces, braces);
@@ -98,3 +100,5 @@ void Conditionals::ListDropped() {
     std::sort(dropped_.begin(), dropped_.end(),
               [](const Span& a, const Span& b) { return a.begin < b.begin; });
 }
+
+}  // namespace plugincs

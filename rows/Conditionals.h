@@ -10,6 +10,8 @@
 
 #include "rows/Span.h"
 
+namespace plugincs {
+
 /// How many braces and parentheses are open, and how few at the lowest.
 struct Balance {
     std::int64_t braces = 0;
@@ -77,3 +79,5 @@ class Conditionals {
     std::vector<Span> dropped_;
     std::vector<std::size_t> cut_;
 };
+
+}  // namespace plugincs

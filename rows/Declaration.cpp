@@ -6,6 +6,8 @@
 #include "rows/Tokens.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 namespace {
 
 // What a word is to a declaration.
@@ -390,3 +392,5 @@ Declaration ReadDeclaration(std::string_view text, const Surroundings& surroundi
     const Declaration found = DeclarationReader(text, surroundings, opensBlock).Read();
     return found.what == Declares::Nothing ? Declaration() : found;
 }
+
+}  // namespace plugincs

@@ -20,6 +20,8 @@
 #include <cstdint>
 #include <string_view>
 
+namespace plugincs {
+
 enum class Declares : std::uint8_t {
     Nothing,
     Namespace,
@@ -88,3 +90,5 @@ struct Declaration {
 /// literals, and is linear in the text.
 Declaration ReadDeclaration(std::string_view text, const Surroundings& surroundings,
                             bool opensBlock);
+
+}  // namespace plugincs

@@ -7,6 +7,8 @@
 #include "plugin/Pipeline.h"
 #include "rows/RowMaker.h"
 
+namespace plugincs {
+
 namespace {
 
 // Lines and columns are numbers of 32 bits.
@@ -40,3 +42,5 @@ std::vector<Comment> FileRows::Comments() const {
     }
     return comments;
 }
+
+}  // namespace plugincs

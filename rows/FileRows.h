@@ -11,6 +11,8 @@
 #include "rows/Row.h"
 #include "tree/Parse.h"
 
+namespace plugincs {
+
 /// A comment, with its marks.
 struct Comment {
     Place begin;
@@ -48,3 +50,5 @@ class FileRows {
     std::int32_t stoppedAt_ = 0;
     std::vector<std::int32_t> cutAt_;
 };
+
+}  // namespace plugincs

@@ -3,6 +3,8 @@
 #include "rows/Tokens.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 namespace {
 
 // To the next comma outside of brackets, or the end.
@@ -38,3 +40,5 @@ std::vector<FurtherName> FindFurtherNames(std::string_view rest) {
     }
     return names;
 }
+
+}  // namespace plugincs

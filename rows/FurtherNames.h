@@ -3,6 +3,8 @@
 #include <string_view>
 #include <vector>
 
+namespace plugincs {
+
 /// A name in a list of variables, and its text with the initial value: "b = 1".
 struct FurtherName {
     std::string_view name;
@@ -11,3 +13,5 @@ struct FurtherName {
 
 /// The names after the first in "int a, b = 1, c". `rest` is what follows the first name.
 std::vector<FurtherName> FindFurtherNames(std::string_view rest);
+
+}  // namespace plugincs

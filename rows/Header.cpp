@@ -5,6 +5,8 @@
 
 #include "rows/Tokens.h"
 
+namespace plugincs {
+
 namespace {
 
 // Where one of these stands, outside of brackets, a value follows.
@@ -113,3 +115,5 @@ Header ReadHeader(std::string_view text, std::int64_t open, const Declaration& d
     const BlockKind value = opensValue ? BlockKind::Value : BlockKind::Body;
     return {lambda ? BlockKind::Lambda : value, scan.open, !isValue && scan.open > 0};
 }
+
+}  // namespace plugincs

@@ -6,6 +6,8 @@
 
 #include "rows/Declaration.h"
 
+namespace plugincs {
+
 enum class BlockKind : std::uint8_t {
     Body,    ///< Of a declaration, an if and so on: the statement ends with the block.
     Lambda,  ///< Statements within an expression, which goes on after it.
@@ -22,3 +24,5 @@ struct Header {
 /// open. Linear in the text.
 Header ReadHeader(std::string_view text, std::int64_t open, const Declaration& declaration,
                   Around around);
+
+}  // namespace plugincs

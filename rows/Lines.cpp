@@ -2,6 +2,8 @@
 
 #include "text/ByteSets.h"
 
+namespace plugincs {
+
 namespace {
 
 constexpr ByteSets kLineEnds{ByteSet("\n\r")};
@@ -26,3 +28,5 @@ Place Lines::At(std::size_t position) {
     return {static_cast<std::int32_t>(line_ + 1),
             static_cast<std::int32_t>(position - starts_[line_] + 1)};
 }
+
+}  // namespace plugincs

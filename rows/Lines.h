@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+namespace plugincs {
+
 /// A byte of the source. Lines end with LF, CRLF or a lone CR, each once; columns count bytes; both
 /// begin with 1, and 0 means that there is no place.
 struct Place {
@@ -26,3 +28,5 @@ class Lines {
     std::vector<std::size_t> starts_;
     std::size_t line_ = 0;  // of the last position
 };
+
+}  // namespace plugincs

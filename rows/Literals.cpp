@@ -5,6 +5,8 @@
 
 #include "text/ByteSets.h"
 
+namespace plugincs {
+
 namespace {
 
 constexpr std::string_view kLineEnds = "\n\r";
@@ -193,3 +195,5 @@ LiteralEnd LiteralFinder::EndOf(std::size_t quote) {
     wasted_ += found.end - quote;
     return FindPlainEnd(text_, quote);
 }
+
+}  // namespace plugincs

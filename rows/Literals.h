@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <string_view>
 
+namespace plugincs {
+
 struct LiteralEnd {
     std::size_t end;     ///< After its last byte.
     bool closed = true;  ///< False if the end of its line, or of the text, leaves it open.
@@ -30,3 +32,5 @@ class LiteralFinder {
     std::string_view text_;
     std::size_t wasted_ = 0;  // bytes that were looked at for ends that are not there
 };
+
+}  // namespace plugincs

@@ -12,6 +12,8 @@
 #include "text/CharClass.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 namespace {
 
 constexpr ByteSet kHigh = ~ByteSet('\0', '\x7F');
@@ -459,3 +461,5 @@ bool IsGlobal(std::string_view section) {
     return (target == "assembly" || target == "module") &&
            ltrim(inside.substr(target.size())).starts_with(':');
 }
+
+}  // namespace plugincs

@@ -11,6 +11,8 @@
 
 #include "rows/Span.h"
 
+namespace plugincs {
+
 struct Reading {
     /// The text for the core. Comments, directive lines, attribute sections at the start of a
     /// statement, branches that are left out and all white space are blanks; what else would
@@ -31,3 +33,5 @@ Reading MakeReading(std::string_view source);
 
 /// Whether an attribute section is for the whole assembly or module, and no declaration's.
 bool IsGlobal(std::string_view section);
+
+}  // namespace plugincs

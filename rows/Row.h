@@ -7,6 +7,8 @@
 #include "rows/Declaration.h"
 #include "rows/Lines.h"
 
+namespace plugincs {
+
 /// One node. Its subtree has the ids from `id` to `last`.
 ///
 /// The first two rows are the file and "namespace global", which holds what stands in it: they have
@@ -28,3 +30,5 @@ struct Row {
     Place begin;                  ///< First byte of the text, or of what made the node.
     Place end;                    ///< The ';', the '}' or the last byte that ends it.
 };
+
+}  // namespace plugincs

@@ -5,6 +5,8 @@
 
 #include "tree/ObjectBranch.h"
 
+namespace plugincs {
+
 /// All kinds that a row may have.
 inline constexpr std::array kRowKinds{
     KindName::kFilepath,     KindName::kInclude,         KindName::kContainer, KindName::kLine,
@@ -12,3 +14,5 @@ inline constexpr std::array kRowKinds{
     KindName::kNamespace,    KindName::kSymbol,          KindName::kLoop,      KindName::kClassVar,
     KindName::kPreprocessor, KindName::kNullParentError,
 };
+
+}  // namespace plugincs

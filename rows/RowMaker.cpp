@@ -8,6 +8,8 @@
 #include "rows/Lines.h"
 #include "rows/Texts.h"
 
+namespace plugincs {
+
 namespace {
 
 // Of a statement that goes on after a block.
@@ -333,3 +335,5 @@ void MakeRows(std::string_view source, const Reading& reading, const NodePlaces&
               Parse& parse, std::vector<Row>& rows) {
     RowMaker(source, reading, places, parse, rows).Run();
 }
+
+}  // namespace plugincs

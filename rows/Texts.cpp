@@ -6,6 +6,8 @@
 #include "rows/Utf8.h"
 #include "text/ByteSets.h"
 
+namespace plugincs {
+
 namespace {
 
 constexpr ByteSets kNotCode{~ByteSet('!', '~')};
@@ -120,3 +122,5 @@ std::size_t Texts::PositionOf(Span span, std::size_t offset) const {
     maker.Make(offset);
     return maker.position;
 }
+
+}  // namespace plugincs

@@ -8,6 +8,8 @@
 
 #include "rows/Reading.h"
 
+namespace plugincs {
+
 class Texts {
   public:
     /// Both must outlive it.
@@ -28,3 +30,5 @@ class Texts {
     const Reading& reading_;
     std::size_t nextVerbatim_ = 0;
 };
+
+}  // namespace plugincs

@@ -2,6 +2,8 @@
 
 #include "text/CharClass.h"
 
+namespace plugincs {
+
 namespace {
 
 // Most bytes of a text are asked.
@@ -69,3 +71,5 @@ std::string_view Tokens::Since(std::string_view word) const {
     const auto start = static_cast<std::size_t>(word.data() - text_.data());
     return text_.substr(start, position_ - start);
 }
+
+}  // namespace plugincs

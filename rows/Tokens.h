@@ -7,6 +7,8 @@
 
 #include "rows/Literals.h"
 
+namespace plugincs {
+
 /// Letters, '_', what stands for a letter by its number, and all bytes beyond ASCII.
 bool BeginsWord(char c);
 /// These and digits.
@@ -50,3 +52,5 @@ class Tokens {
     LiteralFinder literals_;
     std::size_t position_ = 0;
 };
+
+}  // namespace plugincs

@@ -1,5 +1,7 @@
 #include "rows/Utf8.h"
 
+namespace plugincs {
+
 namespace {
 
 // The byte at the index, or 0 behind the end.
@@ -30,3 +32,5 @@ bool IsControl(std::string_view sequence) {
     if (sequence.size() == 1) return lead < ' ' || lead == 0x7F;
     return lead == 0xC2 && ByteAt(sequence, 1) < 0xA0;
 }
+
+}  // namespace plugincs

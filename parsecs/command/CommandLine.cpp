@@ -5,6 +5,9 @@
 #include <string_view>
 
 #include "parsecs/command/OptionTable.h"
+#include "parsecs/forms/FormTable.h"
+
+namespace plugincs {
 
 namespace {
 
@@ -28,7 +31,7 @@ std::string Suggestion(std::string_view name) {
     std::size_t nearest = 4;  // typing errors further away are guesses
     std::string suggestion = ", see parsecs --help";
     if (name.size() > kMostTyped) return suggestion;
-    for (const OptionGroup& group : kOptionGroups) {
+    for (const OptionGroup& group : OptionGroups()) {
         for (const Option& option : group.options) {
             const std::size_t distance = EditDistance(name, option.name);
             if (option.help.empty() || distance >= std::min(nearest, option.name.size())) continue;
@@ -51,7 +54,9 @@ void CheckChoice(const Option& option, const std::string& value) {
 
 class Reader {
   public:
-    Reader(int argc, const char* const* argv) : rest_(argv + 1, argv + argc) {}
+    Reader(int argc, const char* const* argv) : rest_(argv + 1, argv + argc) {
+        options_.form = kFormKinds.front();
+    }
 
     Options Read() {
         while (at_ < rest_.size()) TakeArgument(rest_[at_++]);
@@ -117,3 +122,5 @@ class Reader {
 }  // namespace
 
 Options ReadCommandLine(int argc, const char* const* argv) { return Reader(argc, argv).Read(); }
+
+}  // namespace plugincs

@@ -1,7 +1,9 @@
 #include "parsecs/input/InputList.h"
 
-#include "parsecs/command/Options.h"
 #include "parsecs/input/Source.h"
+#include "parsecs/options/Options.h"
+
+namespace plugincs {
 
 std::vector<std::string> ReadInputList(const std::string& file, char end) {
     std::vector<std::string> names;
@@ -20,3 +22,5 @@ std::vector<std::string> ReadInputList(const std::string& file, char end) {
     }
     return names;
 }
+
+}  // namespace plugincs

@@ -13,6 +13,8 @@
 #include "parsecs/input/InputList.h"
 #include "parsecs/input/NormalPath.h"
 
+namespace plugincs {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -30,6 +32,7 @@ std::int64_t Nanoseconds(const struct stat& status) {
 #else
     const timespec& time = status.st_mtim;
 #endif
+
     constexpr std::int64_t kSecond = 1'000'000'000;
     constexpr std::int64_t kMostSeconds = INT64_MAX / kSecond - 1;
     const std::int64_t seconds = std::clamp<std::int64_t>(time.tv_sec, -kMostSeconds, kMostSeconds);
@@ -169,3 +172,5 @@ Inputs FindInputs(const Options& options) {
     }
     return finder.Found();
 }
+
+}  // namespace plugincs

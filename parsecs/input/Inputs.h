@@ -4,8 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "parsecs/Form.h"
-#include "parsecs/command/Options.h"
+#include "parsecs/input/FoundFile.h"
+#include "parsecs/options/Options.h"
+
+namespace plugincs {
 
 struct Inputs {
     std::vector<FoundFile> files;    ///< Each once, folders in the order of their names' bytes.
@@ -24,3 +26,5 @@ struct Inputs {
 /// twice. What cannot be looked at is listed among the failures. Throws UsageError when the list of
 /// inputs cannot be read.
 Inputs FindInputs(const Options& options);
+
+}  // namespace plugincs

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <filesystem>
 
+namespace plugincs {
+
 std::string NormalPath(const std::string& path) {
     const auto has = [&path](const char* piece) { return path.find(piece) != std::string::npos; };
     // As most are.
@@ -13,3 +15,5 @@ std::string NormalPath(const std::string& path) {
     if (normal.size() > 1 && normal.back() == '/') normal.pop_back();
     return normal;
 }
+
+}  // namespace plugincs

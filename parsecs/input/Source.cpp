@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <cstring>
 
+namespace plugincs {
+
 namespace {
 
 class OpenFile {
@@ -107,3 +109,5 @@ ReadSource ReadFound(const FoundFile& file) {
     }
     return {file.path, ReadToEnd(OpenFile()), file.modified};
 }
+
+}  // namespace plugincs

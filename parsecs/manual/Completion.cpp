@@ -3,6 +3,8 @@
 #include "parsecs/command/OptionTable.h"
 #include "parsecs/manual/Manual.h"
 
+namespace plugincs {
+
 namespace {
 
 bool IsChoice(const Option& option) { return option.argument.find('|') != std::string_view::npos; }
@@ -26,7 +28,7 @@ std::string Quoted(std::string_view text) {
 
 template <typename AppendOption>
 void ForEachShown(AppendOption append) {
-    for (const OptionGroup& group : kOptionGroups) {
+    for (const OptionGroup& group : OptionGroups()) {
         for (const Option& option : group.options) {
             if (!option.help.empty()) append(option, std::string(option.name));
         }
@@ -100,3 +102,5 @@ std::string Fish() {
 std::string Completion(const std::string& shell) {
     return shell == "bash" ? Bash() : shell == "zsh" ? Zsh() : Fish();
 }
+
+}  // namespace plugincs

@@ -3,6 +3,9 @@
 
 #include "parsecs/command/OptionTable.h"
 #include "parsecs/manual/Manual.h"
+#include "parsecs/manual/Prose.h"
+
+namespace plugincs {
 
 namespace {
 
@@ -37,7 +40,7 @@ std::string OptionHead(const Option& option) {
 std::string HelpText() {
     std::string help = "Usage: parsecs [OPTION]... FILE|FOLDER|-...\n";
     help.append(kSummary).append("\n");
-    for (const OptionGroup& group : kOptionGroups) {
+    for (const OptionGroup& group : OptionGroups()) {
         help.append("\n").append(group.title).append(":\n");
         for (const Option& option : group.options) {
             if (!option.help.empty()) AppendWrapped(OptionHead(option), option.help, help);
@@ -49,8 +52,10 @@ std::string HelpText() {
         help.append("      ").append(example.shows).append("\n");
     }
     help += "\nExit codes:\n";
-    for (const ExitCode& code : kExitCodes) {
+    for (const ExitCodeMeaning& code : kExitCodes) {
         AppendWrapped(std::string("  ").append(code.code), code.meaning, help);
     }
     return help;
 }
+
+}  // namespace plugincs

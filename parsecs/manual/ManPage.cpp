@@ -1,5 +1,8 @@
 #include "parsecs/command/OptionTable.h"
 #include "parsecs/manual/Manual.h"
+#include "parsecs/manual/Prose.h"
+
+namespace plugincs {
 
 namespace {
 
@@ -29,7 +32,7 @@ std::string Head(const Option& option) {
 
 std::string OptionSections() {
     std::string text = ".SH OPTIONS\n";
-    for (const OptionGroup& group : kOptionGroups) {
+    for (const OptionGroup& group : OptionGroups()) {
         text.append(".SS ").append(group.title).append("\n");
         for (const Option& option : group.options) {
             if (option.help.empty()) continue;
@@ -53,8 +56,10 @@ std::string ManPage() {
         page += ".TP\n" + Bold(example.command) + '\n' + Line(example.shows);
     }
     page += ".SH EXIT STATUS\n";
-    for (const ExitCode& code : kExitCodes) {
+    for (const ExitCodeMeaning& code : kExitCodes) {
         page += ".TP\n" + Bold(code.code) + '\n' + Line(code.meaning);
     }
     return page;
 }
+
+}  // namespace plugincs

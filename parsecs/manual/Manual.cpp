@@ -1,5 +1,7 @@
 #include "parsecs/manual/Manual.h"
 
+namespace plugincs {
+
 std::string AboutText(const Options& options) {
     switch (options.about) {
         case Options::About::Version: return "parsecs " PROJECT_VERSION "\n";
@@ -8,3 +10,5 @@ std::string AboutText(const Options& options) {
         default: return HelpText();
     }
 }
+
+}  // namespace plugincs

@@ -3,7 +3,9 @@
 
 #include <string>
 
-#include "parsecs/command/Options.h"
+#include "parsecs/options/Options.h"
+
+namespace plugincs {
 
 /// For people at a terminal: no line is longer than 80 columns.
 std::string HelpText();
@@ -16,3 +18,5 @@ std::string Completion(const std::string& shell);
 
 /// The text that was asked for.
 std::string AboutText(const Options& options);
+
+}  // namespace plugincs

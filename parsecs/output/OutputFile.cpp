@@ -13,6 +13,8 @@
 
 #include "parsecs/output/Signals.h"
 
+namespace plugincs {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -108,3 +110,5 @@ void PrepareStandardFiles() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
 }
+
+}  // namespace plugincs

@@ -7,6 +7,8 @@
 
 #include "parsecs/output/Temporary.h"
 
+namespace plugincs {
+
 /// A file appears whole or not at all, under its own name or that of the file that it links to;
 /// standard output, devices and pipes take the bytes as they come. All members throw
 /// std::runtime_error with a message that names the output.
@@ -41,3 +43,5 @@ std::string TargetOf(const std::string& path);
 /// one of their numbers would be taken for them. Writing where nobody reads, or beyond a limit,
 /// fails and no longer ends the program.
 void PrepareStandardFiles();
+
+}  // namespace plugincs

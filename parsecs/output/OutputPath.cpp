@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "parsecs/command/Options.h"
+#include "parsecs/options/Options.h"
+
+namespace plugincs {
 
 namespace fs = std::filesystem;
 
@@ -33,3 +35,5 @@ std::string OutputPath(const std::string& folder, const std::string& input,
     }
     return (fs::path(folder) / path).string().append(suffix);
 }
+
+}  // namespace plugincs

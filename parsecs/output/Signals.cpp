@@ -4,6 +4,8 @@
 
 #include <array>
 
+namespace plugincs {
+
 namespace {
 
 // The program's own faults, which belong to the thread that made them.
@@ -61,3 +63,5 @@ void EndBy(int signal) {
     constexpr int kEndedBySignal = 128;
     _exit(kEndedBySignal + signal);
 }
+
+}  // namespace plugincs

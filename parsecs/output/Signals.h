@@ -3,6 +3,8 @@
 
 #include <csignal>
 
+namespace plugincs {
+
 /// While it lives, no signal from outside that would end the program reaches this thread or those
 /// that it starts.
 class SignalsWait {
@@ -22,3 +24,5 @@ void HandleEndingSignals(void (*handler)(int signal));
 
 /// Ends the program by the signal, whoever may have blocked it. For handlers, too.
 [[noreturn]] void EndBy(int signal);
+
+}  // namespace plugincs

@@ -13,6 +13,8 @@
 
 #include "parsecs/output/Signals.h"
 
+namespace plugincs {
+
 namespace {
 
 // What the handler of signals sees: a path, or null.
@@ -93,3 +95,5 @@ void TemporaryFile::CopyMode() const {
     }
     if (fchmod(descriptor_, mode) != 0) ThrowError();
 }
+
+}  // namespace plugincs

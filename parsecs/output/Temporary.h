@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace plugincs {
+
 /// From now on signals that end the program remove all temporary files before. Those that are
 /// ignored stay so.
 void RemoveTemporariesOnSignals();
@@ -37,3 +39,5 @@ class TemporaryFile {
     int descriptor_ = -1;
     std::size_t slot_ = 0;
 };
+
+}  // namespace plugincs

@@ -5,7 +5,9 @@
 #include <utility>
 
 #include "parsecs/input/Source.h"
-#include "parsecs/report/Messages.h"
+#include "parsecs/messages/Messages.h"
+
+namespace plugincs {
 
 namespace {
 
@@ -32,3 +34,5 @@ Reply ReplyTo(const FoundFile& file, const Form& form, Traces traces) noexcept {
         return {Reply::Kind::Failed, {}, "unknown reason"};
     }
 }
+
+}  // namespace plugincs

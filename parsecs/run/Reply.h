@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <string>
 
-#include "parsecs/Form.h"
+#include "parsecs/form/Form.h"
+
+namespace plugincs {
 
 struct Reply {
     enum class Kind : std::uint8_t {
@@ -19,3 +21,5 @@ struct Reply {
 
 /// Reads the file and has the form make its piece. Whatever fails is told in the reply.
 Reply ReplyTo(const FoundFile& file, const Form& form, Traces traces) noexcept;
+
+}  // namespace plugincs

@@ -7,11 +7,13 @@
 #include <deque>
 #include <exception>
 
+#include "parsecs/messages/Messages.h"
 #include "parsecs/output/Temporary.h"
-#include "parsecs/report/Messages.h"
-#include "parsecs/report/Progress.h"
-#include "parsecs/report/Report.h"
+#include "parsecs/run/Progress.h"
+#include "parsecs/run/Report.h"
 #include "parsecs/run/Workers.h"
+
+namespace plugincs {
 
 namespace {
 
@@ -131,3 +133,5 @@ int Run(const Options& options, const Inputs& inputs, Form& form) {
     if (brokeOff && !runner.Stop()) RemoveTemporariesAndEnd(report.ExitCode());
     return report.ExitCode();
 }
+
+}  // namespace plugincs

@@ -10,6 +10,8 @@
 
 #include "parsecs/output/Signals.h"
 
+namespace plugincs {
+
 unsigned UsableCores() {
 #ifdef __linux__
     cpu_set_t cores;
@@ -17,6 +19,7 @@ unsigned UsableCores() {
         return static_cast<unsigned>(CPU_COUNT(&cores));
     }
 #endif
+
     return std::max(1U, std::thread::hardware_concurrency());
 }
 
@@ -75,3 +78,5 @@ void Workers::DoFirst(Lock& lock) {
     lock.lock();
     --busy_;
 }
+
+}  // namespace plugincs

@@ -10,6 +10,8 @@
 
 #include "parsecs/run/Reply.h"
 
+namespace plugincs {
+
 /// How many threads can work at the same time, from 1.
 unsigned UsableCores();
 
@@ -47,3 +49,5 @@ class Workers {
     bool stopped_ = false;
     std::vector<std::thread> threads_;
 };
+
+}  // namespace plugincs

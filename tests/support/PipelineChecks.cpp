@@ -8,10 +8,12 @@
 
 #include "analysis/PartWalker.h"
 #include "cleaner/Cleaner.h"
-#include "parsecs/strict/StrictJson.h"
+#include "parsecs/forms/strict/StrictJson.h"
 #include "plugin/Pipeline.h"
 #include "tests/support/FinderChecks.h"
 #include "tests/support/RowChecks.h"
+
+using namespace plugincs;
 
 namespace {
 

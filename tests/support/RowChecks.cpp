@@ -1,5 +1,7 @@
 #include "tests/support/RowChecks.h"
 
+using namespace plugincs;
+
 namespace {
 
 std::string BrokenByPlaces(const std::vector<Row>& rows, const std::vector<std::size_t>& parents,

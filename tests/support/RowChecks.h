@@ -19,7 +19,7 @@ class Positions {
     }
 
     /// npos for a place outside the source.
-    std::size_t Of(Place place) const {
+    std::size_t Of(plugincs::Place place) const {
         if (place.line < 1 || place.column < 1) return std::string_view::npos;
         const auto line = static_cast<std::size_t>(place.line);
         if (line > starts_.size()) return std::string_view::npos;
@@ -33,4 +33,4 @@ class Positions {
 };
 
 /// The invariant that the rows break, or an empty text. Without a source places are not checked.
-std::string BrokenByRows(const FileRows& file, std::string_view source);
+std::string BrokenByRows(const plugincs::FileRows& file, std::string_view source);

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "parsecs/form/FormKind.h"
+
+using namespace plugincs;
+
 namespace {
 
 using Arguments = std::vector<const char*>;
@@ -45,12 +49,13 @@ TEST(CommandLine, SaysWhatIsWrong) {
         {{"-j-1"}, "--jobs takes a number from 1 to 1000, not -1"},
         {{"-j", "5000000000"}, "--jobs takes a number from 1 to 1000, not 5000000000"},
         {{"--db", "a", "--html=b"}, "--html and --db are two forms: use one"},
+        {{"--db", "-"}, "--db needs a file: it cannot go to standard output"},
     };
     for (const auto& [arguments, message] : rows) EXPECT_EQ(Refused(arguments), message);
 }
 
 std::string Described(const Options& options) {
-    std::string text = std::to_string(static_cast<int>(options.form));
+    std::string text(options.form->option);
     for (const std::string& piece :
          {options.formFile, options.list, options.output, options.folder}) {
         text.append("|").append(piece);
@@ -66,13 +71,13 @@ TEST(CommandLine, TakesValuesAndInputs) {
         Arguments arguments;
         const char* options;
     } rows[] = {
-        {{"a", "--traces", "-", "-j1000"}, "0||||||t|1000|a|-"},
-        {{"--strict", "a", "--strict"}, "1|||||||0|a"},
-        {{"--jsonl", "--", "-x", "--strict", "--"}, "2|||||||0|-x|--strict|--"},
-        {{"-0j3", "-oa", "--files-from=l"}, "0||l|a||0||3"},
-        {{"-o", "--strict", "--into=a=b"}, "0|||--strict|a=b|||0"},
-        {{"--html", "-", "a"}, "5|/dev/stdout||||||0|a"},
-        {{"--db=d", "-o", "a", "-ob"}, "4|d||b||||0"},
+        {{"a", "--traces", "-", "-j1000"}, "||||||t|1000|a|-"},
+        {{"--strict", "a", "--strict"}, "strict|||||||0|a"},
+        {{"--jsonl", "--", "-x", "--strict", "--"}, "jsonl|||||||0|-x|--strict|--"},
+        {{"-0j3", "-oa", "--files-from=l"}, "||l|a||0||3"},
+        {{"-o", "--strict", "--into=a=b"}, "|||--strict|a=b|||0"},
+        {{"--html", "-", "a"}, "html|-||||||0|a"},
+        {{"--db=d", "-o", "a", "-ob"}, "db|d||b||||0"},
     };
     for (const auto& [arguments, options] : rows) EXPECT_EQ(Described(Read(arguments)), options);
 }

@@ -7,6 +7,8 @@
 #include "rows/Bases.h"
 #include "rows/FurtherNames.h"
 
+using namespace plugincs;
+
 namespace {
 
 struct Row {

@@ -4,6 +4,8 @@
 
 #include <string>
 
+using namespace plugincs;
+
 namespace {
 
 // A literal, and what follows it.

@@ -4,6 +4,8 @@
 
 #include "parsecs/command/OptionTable.h"
 
+using namespace plugincs;
+
 namespace {
 
 bool Holds(const std::string& text, std::string_view piece) {
@@ -37,7 +39,7 @@ TEST(Manual, IsWrittenInEachLanguage) {
 }
 
 TEST(Manual, ShowsTheSameOptionsEverywhere) {
-    for (const OptionGroup& group : kOptionGroups) {
+    for (const OptionGroup& group : OptionGroups()) {
         for (const Option& option : group.options) {
             const bool shown = !option.help.empty();
             const std::string name(option.name);

@@ -1,8 +1,10 @@
-#include "parsecs/map/MapRole.h"
+#include "rows/MapRole.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+
+using namespace plugincs;
 
 namespace {
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string>
 
+using namespace plugincs;
+
 namespace {
 
 using namespace std::literals;

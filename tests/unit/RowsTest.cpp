@@ -4,10 +4,12 @@
 #include <random>
 #include <string>
 
-#include "parsecs/outline/Outline.h"
-#include "parsecs/rows/JsonLines.h"
+#include "parsecs/forms/outline/Outline.h"
+#include "parsecs/forms/rows/JsonLines.h"
 #include "tests/support/RowChecks.h"
 #include "text/CharClass.h"
+
+using namespace plugincs;
 
 namespace {
 

@@ -1,10 +1,12 @@
-#include "parsecs/strict/StrictJson.h"
+#include "parsecs/forms/strict/StrictJson.h"
 
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
 
-#include "parsecs/strict/JsonString.h"
+#include "parsecs/json/JsonString.h"
+
+using namespace plugincs;
 
 namespace {
 

@@ -10,6 +10,8 @@
 
 #include "tests/support/Corpus.h"
 
+using namespace plugincs;
+
 namespace {
 
 namespace fs = std::filesystem;

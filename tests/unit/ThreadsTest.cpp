@@ -4,9 +4,11 @@
 #include <memory>
 #include <thread>
 
-#include "parsecs/rows/JsonLines.h"
+#include "parsecs/forms/rows/JsonLines.h"
 #include "plugin/Pipeline.h"
 #include "tests/support/Corpus.h"
+
+using namespace plugincs;
 
 namespace {
 

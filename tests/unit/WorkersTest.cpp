@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+using namespace plugincs;
+
 namespace {
 
 // What becomes of a file is told by its time.

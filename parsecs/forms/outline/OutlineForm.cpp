@@ -1,0 +1,47 @@
+#include "parsecs/forms/outline/OutlineForm.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "parsecs/form/SourceRows.h"
+#include "parsecs/form/TextForm.h"
+#include "parsecs/forms/outline/Outline.h"
+#include "parsecs/output/Terminal.h"
+
+namespace plugincs {
+
+namespace {
+
+// Fits a terminal, which alone gets colours unless the user says so.
+OutlineStyle StyleOf(const Options& options) {
+    const bool terminal = GoesToTerminal(options);
+    OutlineStyle style;
+    if (terminal) style.width = TerminalWidth();
+    const char* const noColour = std::getenv("NO_COLOR");
+    style.colour = terminal && (noColour == nullptr || *noColour == '\0');
+    if (options.colour != Options::Colour::Auto) {
+        style.colour = options.colour == Options::Colour::Always;
+    }
+    return style;
+}
+
+std::unique_ptr<Form> Make(const Options& options, const Inputs& /*inputs*/) {
+    const OutlineStyle style = StyleOf(options);
+    return MakeTextForm(options, {[style](ReadSource source, std::string& out) {
+                            const FileRows file = RowsOf(std::move(source));
+                            AppendOutline(file, style, out);
+                            return OutcomeOf(file);
+                        }});
+}
+
+}  // namespace
+
+constinit const FormKind kOutlineForm{
+    .option = "outline",
+    .argument = "",
+    .help = "A tree for reading, a line for each node.",
+    .suffix = ".txt",
+    .make = Make,
+};
+
+}  // namespace plugincs

@@ -1,0 +1,19 @@
+#include "parsecs/output/Terminal.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace plugincs {
+
+bool GoesToTerminal(const Options& options) {
+    return options.output.empty() && options.folder.empty() && isatty(STDOUT_FILENO) != 0;
+}
+
+std::size_t TerminalWidth() {
+    winsize size{};
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+bool HasErrorTerminal() { return isatty(STDERR_FILENO) != 0; }
+
+}  // namespace plugincs
