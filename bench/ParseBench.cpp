@@ -19,6 +19,8 @@
 #include "bench/SourceGenerator.h"
 #include "process/Files.h"
 
+using namespace plugincs;
+
 namespace {
 
 using Files = std::vector<std::string>;

@@ -7,6 +7,8 @@
 #include "text/CharClass.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 namespace {
 
 struct Keyword {
@@ -159,3 +161,5 @@ Answers AskParts(std::string_view text) {
     }
     return {first == "return", !function.impossible && function.parenthesis, variable.answer};
 }
+
+}  // namespace plugincs

@@ -8,6 +8,8 @@
 
 #include <string_view>
 
+namespace plugincs {
+
 /// The keyword list that the first word of a text is on: one look-up for three classifiers below.
 enum class FirstWordMeaning : unsigned char { Other, Logic, Loop, Defines };
 FirstWordMeaning MeaningOfFirstWord(std::string_view text);
@@ -46,3 +48,13 @@ bool DetectFunctionDeclaration(std::string_view text);
 /// where letter... is a part that begins with a letter. The words are not looked at: "return x"
 /// is accepted too.
 bool DetectVariableDeclaration(std::string_view text);
+
+}  // namespace plugincs
+
+// The names of a fixed interface.
+using plugincs::DetectDefines;
+using plugincs::DetectFunctionDeclaration;
+using plugincs::DetectLogic;
+using plugincs::DetectLoop;
+using plugincs::DetectReturnDeclaration;
+using plugincs::DetectVariableDeclaration;

@@ -8,6 +8,8 @@
 #include "text/CharClass.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 namespace {
 
 // What comes behind the bytes that are looked at. The contents of literals count like the rest.
@@ -158,3 +160,5 @@ void LookAt(std::string_view text, std::size_t readable, FirstLook& look) {
     look.asked = text.empty() || AskBeginning(text, found.later, look.answers);
     assert(!look.asked || look.answers == AskParts(text));
 }
+
+}  // namespace plugincs

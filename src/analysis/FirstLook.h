@@ -6,6 +6,8 @@
 
 #include "analysis/Classifiers.h"
 
+namespace plugincs {
+
 /// What is known of a text. The prefilters, which may be true for nothing, spare a search each.
 struct FirstLook {
     bool mayHoldEquality = true;     ///< False when the text certainly holds no "==",
@@ -21,3 +23,5 @@ struct FirstLook {
 /// Looks at a text. `readable` is how many bytes may be read from its beginning, past its end too:
 /// with less than 64 behind the text nothing is found out. Fills in `look`, which must be new.
 void LookAt(std::string_view text, std::size_t readable, FirstLook& look);
+
+}  // namespace plugincs

@@ -3,6 +3,8 @@
 #include "text/CharClass.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 namespace {
 
 // The position of the last white space, or npos.
@@ -38,3 +40,5 @@ std::string functionName(std::string_view text) {
     name = name.substr(0, name.find('<'));
     return std::string(trim(name));
 }
+
+}  // namespace plugincs

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace plugincs {
+
 /// The simple name of the function that a declaration header declares: the word directly before
 /// the parameter list, without return type, modifiers, pointer stars or generic arguments.
 ///
@@ -11,3 +13,8 @@
 /// generic return type, but also all of "void Foo<T>(T x)"; "void IFoo.Bar()" keeps ".Bar". May be
 /// empty. Throws std::bad_alloc.
 std::string functionName(std::string_view text);
+
+}  // namespace plugincs
+
+// The names of a fixed interface.
+using plugincs::functionName;

@@ -6,6 +6,8 @@
 
 #include "text/CharClass.h"
 
+namespace plugincs {
+
 namespace {
 
 enum class Kind : unsigned char { Word, Space, Quote, Single, Dot, Comparison, Arithmetic };
@@ -86,3 +88,5 @@ void PartsList(std::string_view text, std::vector<std::string>& parts) {
     for (auto part = walker.Next(); !part.empty(); part = walker.Next()) found.emplace_back(part);
     std::move(found.begin(), found.end(), std::back_inserter(parts));
 }
+
+}  // namespace plugincs

@@ -10,6 +10,8 @@
 
 #include "text/ByteSet.h"
 
+namespace plugincs {
+
 /// The bytes that parts are told apart by; words are made of all others.
 namespace PartBytes {
 inline constexpr ByteSet kSpace = ByteSet('\t', '\r') | ByteSet(" ");
@@ -49,3 +51,8 @@ class PartWalker {
 /// Appends the text's parts to `parts`; the text may be one of them. Part of a fixed interface: no
 /// product code wants the list.
 void PartsList(std::string_view text, std::vector<std::string>& parts);
+
+}  // namespace plugincs
+
+// The names of a fixed interface.
+using plugincs::PartsList;

@@ -4,6 +4,8 @@
 
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 std::string Cleaner::CleanText(std::string text, std::vector<std::string> definedSymbols,
                                std::vector<std::string>& defines, Traces traces) const {
     ReplaceAll(text, "\t", " ");
@@ -17,3 +19,5 @@ std::string Cleaner::CleanText(std::string text, std::vector<std::string> define
 void Cleaner::ReplaceAll(std::string& text, std::string_view from, std::string_view to) const {
     replaceAll(text, from, to);
 }
+
+}  // namespace plugincs

@@ -8,6 +8,8 @@
 
 #include "process/Traces.h"
 
+namespace plugincs {
+
 /// The cleaning operations. A stateless class: use a default-constructed object. Nothing fails or
 /// throws, except with std::bad_alloc.
 class Cleaner {
@@ -44,3 +46,8 @@ class Cleaner {
     bool GetPreProcessorDirectiveActiveState(std::string_view line, int previousState,
                                              const std::vector<std::string>& definedSymbols) const;
 };
+
+}  // namespace plugincs
+
+// The names of a fixed interface.
+using plugincs::Cleaner;

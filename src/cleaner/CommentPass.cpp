@@ -5,6 +5,8 @@
 #include "text/ByteSets.h"
 #include "text/RunCopy.h"
 
+namespace plugincs {
+
 namespace {
 
 enum class Inside : unsigned char { Code, LineComment, BlockComment, SingleQuotes, DoubleQuotes };
@@ -220,3 +222,5 @@ class CommentPass {
 std::string Cleaner::UncommentAndUnquoteText(std::string_view text) const {
     return CommentPass(text).Run();
 }
+
+}  // namespace plugincs

@@ -11,6 +11,8 @@
 #include "text/RunCopy.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 namespace {
 
 constexpr ByteSet kBlank(" ");
@@ -326,3 +328,5 @@ bool Cleaner::GetPreProcessorDirectiveActiveState(
     const std::vector<std::string>& definedSymbols) const {
     return IsActive(ReadDirective(line), previousState, definedSymbols);
 }
+
+}  // namespace plugincs

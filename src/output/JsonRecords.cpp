@@ -1,5 +1,7 @@
 #include "output/JsonRecords.h"
 
+namespace plugincs {
+
 namespace {
 
 // One id a line: three blanks before the first, six before each further one.
@@ -107,3 +109,5 @@ std::string_view JsonRecords::KindToTags(const Record& record) {
     }
     return members.text;
 }
+
+}  // namespace plugincs

@@ -10,6 +10,8 @@
 #include "output/TextBuffer.h"
 #include "tree/ObjectBranch.h"
 
+namespace plugincs {
+
 /// An estimate of the text's size in bytes, for a tree with so many nodes in all.
 std::size_t EstimateSize(const ObjectBranch& root, std::size_t nodes);
 
@@ -40,3 +42,5 @@ class JsonRecords {
     std::string pathMember_;           // cached for that path
     std::array<Members, 32> members_;  // the same, by kind and tags
 };
+
+}  // namespace plugincs

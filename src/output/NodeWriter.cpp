@@ -8,6 +8,8 @@
 #include "process/Files.h"
 #include "tree/Parse.h"
 
+namespace plugincs {
+
 namespace {
 
 void RenderTree(const ObjectBranch& root, TextBuffer& text) {
@@ -37,3 +39,5 @@ void StartGeneratingObjects(ObjectBranch* root, std::string_view outputPath) {
     Deliver(text, outputPath, parse);
     FreeChildren(root);
 }
+
+}  // namespace plugincs

@@ -4,6 +4,8 @@
 #include "analysis/FunctionName.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 namespace {
 
 constexpr std::string_view kVariableTag = "\n      \"variable\"\n";
@@ -56,3 +58,5 @@ Record ClassifyRecord(const ObjectBranch& node) {
     }
     return record;
 }
+
+}  // namespace plugincs

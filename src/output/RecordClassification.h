@@ -6,6 +6,8 @@
 
 #include "tree/ObjectBranch.h"
 
+namespace plugincs {
+
 /// What the output shows of a node.
 struct Record {
     const ObjectBranch& node;
@@ -21,3 +23,5 @@ struct Record {
 /// keeps its kind. The record refers to the node, and its views are valid as long as the node's.
 /// Throws std::bad_alloc.
 Record ClassifyRecord(const ObjectBranch& node);
+
+}  // namespace plugincs

@@ -7,6 +7,8 @@
 
 #include "process/HugePages.h"
 
+namespace plugincs {
+
 TextBuffer::TextBuffer(std::size_t capacity) {
     Resize(capacity);
     AskForHugePages(begin_, capacity);
@@ -38,3 +40,5 @@ void TextBuffer::Resize(std::size_t capacity) {
     end_ = begin_ + std::min(size, capacity);
     limit_ = begin_ + capacity;
 }
+
+}  // namespace plugincs

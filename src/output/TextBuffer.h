@@ -11,6 +11,8 @@
 #include "text/CText.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 class TextBuffer {
   public:
     /// Reserves `capacity` bytes; a good guess spares growing. Throws std::bad_alloc.
@@ -90,3 +92,5 @@ class TextBuffer::Writer {
     char* end_;
     char* limit_;
 };
+
+}  // namespace plugincs

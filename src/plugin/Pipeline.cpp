@@ -8,6 +8,8 @@
 #include "tree/Passes.h"
 #include "tree/Scanner.h"
 
+namespace plugincs {
+
 namespace {
 
 // From the cleaned text to the finished tree; false if the build was abandoned.
@@ -47,3 +49,5 @@ void TreeBuilderCS(std::string_view sourcePath, std::span<char> sourceText, bool
 void BuildTree(Parse& parse, NodePlaces& places) {
     ScanAndRefine(parse.path, parse.text, true, parse.root, parse.defines, &places);
 }
+
+}  // namespace plugincs

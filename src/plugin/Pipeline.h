@@ -9,6 +9,8 @@
 #include "tree/NodePlaces.h"
 #include "tree/Parse.h"
 
+namespace plugincs {
+
 /// Takes the parse's source through the whole pipeline, and delivers the JSON text to the file
 /// `outputPath`, or with an empty path to the parse's result. An abandoned build delivers nothing.
 /// Throws std::bad_alloc: then the parse shows how far it came.
@@ -26,3 +28,8 @@ void TreeBuilderCS(std::string_view sourcePath, std::span<char> sourceText, bool
 /// and refines the parse's text, which was made fit for it (see ScanState), and records where the
 /// nodes stand in it. Throws std::bad_alloc.
 void BuildTree(Parse& parse, NodePlaces& places);
+
+}  // namespace plugincs
+
+// The names of a fixed interface.
+using plugincs::TreeBuilderCS;

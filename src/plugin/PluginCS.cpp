@@ -12,6 +12,8 @@
 #include "process/Files.h"
 #include "process/ModuleState.h"
 
+using namespace plugincs;
+
 namespace {
 
 // At its first exception each thread needs some memory from the C++ runtime, which ends the process

@@ -10,6 +10,8 @@
 
 #include "process/HugePages.h"
 
+namespace plugincs {
+
 #ifndef O_BINARY
 #define O_BINARY 0  // only Windows translates line ends
 #endif
@@ -121,3 +123,5 @@ void writeafile(std::string_view text, const std::string& path) {
         text.remove_prefix(done);
     }
 }
+
+}  // namespace plugincs

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace plugincs {
+
 /// The file's bytes; empty for a path that cannot be read (missing, no permission, a directory),
 /// at a read error the bytes before it. Throws std::bad_alloc.
 std::string ReadWholeFile(const std::string& path);
@@ -12,3 +14,8 @@ std::string ReadWholeFile(const std::string& path);
 /// Replaces whatever the file held by `text`, with no translation of line ends. A write error (a
 /// full disk) leaves a beginning of the text in the file.
 void writeafile(std::string_view text, const std::string& path);
+
+}  // namespace plugincs
+
+// The names of a fixed interface.
+using plugincs::writeafile;

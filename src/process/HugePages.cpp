@@ -8,6 +8,8 @@
 
 #include <cstdint>
 
+namespace plugincs {
+
 void AskForHugePages(void* block, std::size_t size) {
     constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
     if (size < 2 * kHugePage) return;
@@ -31,3 +33,5 @@ void* HugePageMemory::do_allocate(std::size_t size, [[maybe_unused]] std::size_t
 void HugePageMemory::do_deallocate(void* block, std::size_t /*size*/, std::size_t /*alignment*/) {
     ::operator delete(block);
 }
+
+}  // namespace plugincs

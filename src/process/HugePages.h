@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <memory_resource>
 
+namespace plugincs {
+
 /// Advises the kernel to back a block of `size` bytes with huge pages, which take fewer page
 /// faults. Blocks below 4 MiB are left alone. Best effort: errors are ignored.
 void AskForHugePages(void* block, std::size_t size);
@@ -18,3 +20,5 @@ class HugePageMemory : public std::pmr::memory_resource {
         return this == &other;
     }
 };
+
+}  // namespace plugincs

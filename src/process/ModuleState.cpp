@@ -4,7 +4,7 @@ std::int32_t objectCount = 1;
 std::int32_t currentIndex = 0;
 std::string chunk;
 std::string startPath = "/usr/share/samples/Sample.cs";
-std::vector<ObjectBranch*> AllBranches;
+std::vector<plugincs::ObjectBranch*> AllBranches;
 
 char* returnResult = nullptr;
 char* resPtr = nullptr;

@@ -9,7 +9,9 @@
 #include <string>
 #include <vector>
 
+namespace plugincs {
 struct ObjectBranch;
+}
 
 #pragma GCC visibility push(default)
 // C linkage: GCC appends [abi:cxx11] to the symbols of std::string variables otherwise.
@@ -28,7 +30,7 @@ extern std::string chunk;
 extern std::string startPath;
 
 /// Nothing fills or reads it.
-extern std::vector<ObjectBranch*> AllBranches;
+extern std::vector<plugincs::ObjectBranch*> AllBranches;
 }
 #pragma GCC visibility pop
 

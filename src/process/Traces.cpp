@@ -5,6 +5,8 @@
 #include <sys/sysmacros.h>
 #endif
 
+namespace plugincs {
+
 void Traces::Write(std::string_view text) const {
     if (file_ != nullptr) std::fwrite(text.data(), 1, text.size(), file_);
 }
@@ -19,3 +21,5 @@ bool Traces::AreDiscarded() const {
     return false;
 #endif
 }
+
+}  // namespace plugincs

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <string_view>
 
+namespace plugincs {
+
 class Traces {
   public:
     /// `file` must stay open; null: the messages go nowhere.
@@ -20,3 +22,5 @@ class Traces {
   private:
     std::FILE* file_;
 };
+
+}  // namespace plugincs

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string_view>
 
+namespace plugincs {
+
 /// Of the bytes from 128 on a set holds all or none, as the instructions that search for it ask.
 class ByteSet {
   public:
@@ -51,3 +53,5 @@ class ByteSet {
     std::array<std::uint8_t, 16> rows_{};
     bool high_ = false;
 };
+
+}  // namespace plugincs

@@ -2,6 +2,8 @@
 
 #include "text/VectorFinders.h"
 
+namespace plugincs {
+
 namespace {
 
 template <std::size_t kCount>
@@ -31,3 +33,5 @@ const SetFinder kPortableFinder{
 
 // Chosen once, as the module is loaded.
 const SetFinder& setFinder = VectorFinders().empty() ? kPortableFinder : VectorFinders().back();
+
+}  // namespace plugincs

@@ -10,6 +10,8 @@
 
 #include "text/ByteSet.h"
 
+namespace plugincs {
+
 /// A bit mask over a block of 64 bytes: bit i stands for byte i.
 using ByteMask = std::uint64_t;
 
@@ -125,3 +127,5 @@ inline std::size_t Find(const ByteSets<1>& set, std::string_view text, std::size
     while (from < text.size() && !set.Have(text[from])) ++from;
     return from;
 }
+
+}  // namespace plugincs

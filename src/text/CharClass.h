@@ -2,6 +2,8 @@
 // are undefined for the negative values of high bytes.
 #pragma once
 
+namespace plugincs {
+
 constexpr bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
 constexpr bool IsAsciiDigit(char c) { return c >= '0' && c <= '9'; }
@@ -16,3 +18,5 @@ constexpr bool IsAsciiSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'
 
 /// Blank, line feed, carriage return, tab: the reduce set of `ConvertWhiteSpacesToSingleSpace`.
 constexpr bool IsReducible(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
+
+}  // namespace plugincs

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <utility>
 
+namespace plugincs {
+
 /// Builds a text from runs of the source, from left to right, and from bytes that each replace one
 /// of the source's: so the result is never longer than the source up to there.
 class RunCopy {
@@ -51,3 +53,5 @@ class RunCopy {
     std::string result_;
     std::size_t size_ = 0;
 };
+
+}  // namespace plugincs

@@ -6,6 +6,8 @@
 #include "text/ByteSets.h"
 #include "text/CharClass.h"
 
+namespace plugincs {
+
 namespace {
 
 constexpr std::string_view kPathSeparators = "\\/";
@@ -219,3 +221,5 @@ std::string_view FileName(std::string_view path) {
 }
 
 bool BothAreSpaces(char a, char b) { return a == b && a == ' '; }
+
+}  // namespace plugincs

@@ -19,6 +19,8 @@
 #include <string>
 #include <string_view>
 
+namespace plugincs {
+
 /// The text from its first character outside the trim set on.
 std::string_view ltrim(std::string_view text);
 
@@ -89,3 +91,24 @@ std::string_view FileName(std::string_view path);
 
 /// Whether both characters are blanks.
 bool BothAreSpaces(char a, char b);
+
+}  // namespace plugincs
+
+// The names of a fixed interface.
+using plugincs::BothAreSpaces;
+using plugincs::Contains;
+using plugincs::ContainsWord;
+using plugincs::ConvertWhiteSpacesToSingleSpace;
+using plugincs::EscapeString;
+using plugincs::FileName;
+using plugincs::FileNameWithExtension;
+using plugincs::FirstWord;
+using plugincs::IndexOf;
+using plugincs::LastWord;
+using plugincs::LastWordNoDots;
+using plugincs::ltrim;
+using plugincs::OutsideStringMatch;
+using plugincs::replaceAll;
+using plugincs::rtrim;
+using plugincs::trim;
+using plugincs::TrimAndReduce;

@@ -3,6 +3,8 @@
 #if defined(__x86_64__) && !defined(PLUGINCS_PORTABLE)
 #include <immintrin.h>
 
+namespace plugincs {
+
 namespace {
 
 // A byte is in a set if the row of its low four bits has the bit of its high ones. Shuffles look
@@ -116,8 +118,14 @@ std::size_t CountFinders() {
 
 std::span<const SetFinder> VectorFinders() { return std::span(kFinders).first(CountFinders()); }
 
+}  // namespace plugincs
+
 #else
 
+namespace plugincs {
+
 std::span<const SetFinder> VectorFinders() { return {}; }
+
+}  // namespace plugincs
 
 #endif

@@ -6,6 +6,8 @@
 #include "text/CharClass.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 void Chunk::Keep(std::size_t start, std::size_t end) {
     assert(!taken_ && end_ <= start && start <= end && end <= text_.size());
     if (start != end_) std::memmove(&text_[end_], &text_[start], end - start);
@@ -39,3 +41,5 @@ std::string_view Chunk::TakeContents() {
     taken_ = true;
     return TrimAndReduceInPlace(text_.subspan(start_, end_ - start_), Readable());
 }
+
+}  // namespace plugincs

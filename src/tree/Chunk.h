@@ -5,6 +5,8 @@
 #include <span>
 #include <string_view>
 
+namespace plugincs {
+
 /// Collects pieces of the scanned text in place. Its queries remember how far they have looked, so
 /// that each looks at a byte only once: an unclosed parenthesis can make the rest of a file one
 /// chunk, with a query at each newline and '#'.
@@ -57,3 +59,5 @@ class Chunk {
     bool hasBackslash_ = false;
     bool taken_ = false;  // its text belongs to a node, and must not change
 };
+
+}  // namespace plugincs

@@ -5,6 +5,8 @@
 
 #include "tree/Parse.h"
 
+namespace plugincs {
+
 namespace {
 
 struct Directive {
@@ -65,3 +67,5 @@ DirectiveEnd EndDirective(ScanState& scan) {
     scan.collected.Restart(scan.position);
     return DirectiveEnd::Recognised;
 }
+
+}  // namespace plugincs

@@ -4,6 +4,8 @@
 
 #include "tree/ScanState.h"
 
+namespace plugincs {
+
 /// What a newline did to the directive before it.
 enum class DirectiveEnd {
     Unrecognised,  // no keyword: the newline is text, and the directive goes on
@@ -19,3 +21,5 @@ bool StartDirective(ScanState& scan);
 /// keyword. Otherwise the directive goes on, and the next newline tries again. Abandoned comes with
 /// a message among the traces.
 DirectiveEnd EndDirective(ScanState& scan);
+
+}  // namespace plugincs

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+namespace plugincs {
+
 /// Byte offsets into the scanned text.
 struct NodePlace {
     static constexpr std::size_t kNone = ~std::size_t{0};
@@ -36,3 +38,5 @@ class NodePlaces {
 
     std::vector<NodePlace> places_;  // by node id
 };
+
+}  // namespace plugincs

@@ -5,6 +5,8 @@
 
 #include "tree/Parse.h"
 
+namespace plugincs {
+
 static_assert(std::is_trivially_destructible_v<ObjectBranch>,
               "nodes go with their memory, without a destructor call");
 
@@ -79,3 +81,5 @@ ObjectBranch* NextPastSubtree(const ObjectBranch* node, const ObjectBranch* top)
     }
     return node->nextSibling;
 }
+
+}  // namespace plugincs

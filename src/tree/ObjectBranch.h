@@ -13,6 +13,8 @@
 
 #include "analysis/FirstLook.h"
 
+namespace plugincs {
+
 /// Kind of a node as a number; 13 is not in use. Other values are allowed and read as "function".
 enum class BranchType : std::int32_t {
     Filepath = 0,
@@ -158,3 +160,12 @@ ObjectBranch* NextInPreOrder(const ObjectBranch* node, const ObjectBranch* top);
 
 /// The same, skipping everything below `node`.
 ObjectBranch* NextPastSubtree(const ObjectBranch* node, const ObjectBranch* top);
+
+}  // namespace plugincs
+
+// The names of a fixed interface.
+using plugincs::AddObjectToVector;
+using plugincs::BranchType;
+using plugincs::branchTypeAsString;
+using plugincs::FreeChildren;
+using plugincs::ObjectBranch;

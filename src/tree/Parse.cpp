@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace plugincs {
+
 namespace {
 
 // The bump allocator's first block, in bytes. Real code has a node for each 90 bytes or so, and
@@ -18,3 +20,5 @@ Parse::Parse(std::string filePath, std::string sourceText, Traces messages)
     root.parse = this;
     AssignIdentity(root);
 }
+
+}  // namespace plugincs

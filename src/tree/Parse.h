@@ -12,6 +12,8 @@
 #include "text/CText.h"
 #include "tree/ObjectBranch.h"
 
+namespace plugincs {
+
 /// Source, define list, tree and result of one file (RAII). Nodes hold views into `path` and `text`
 /// and point at their parents and at the parse, so it can be neither copied nor moved; all is freed
 /// with it. One thread at a time.
@@ -42,3 +44,5 @@ struct Parse {
         memory;  // the bump allocator of the nodes, and of texts that are not in `text`
     ObjectBranch root;
 };
+
+}  // namespace plugincs

@@ -6,6 +6,8 @@
 #include "text/StringHelpers.h"
 #include "tree/Parse.h"
 
+namespace plugincs {
+
 namespace {
 
 void Refine(ObjectBranch& node) {
@@ -53,3 +55,5 @@ void AppendAllDefines(ObjectBranch* root, const std::vector<std::string>& define
     node->filePath = root->filePath;
     node->contents = KeepText(*root, trim(list));
 }
+
+}  // namespace plugincs

@@ -3,6 +3,8 @@
 #include "analysis/FirstLook.h"
 #include "text/StringHelpers.h"
 
+namespace plugincs {
+
 ScanState::ScanState(std::span<char> sourceText, bool inDeclarationMode, ObjectBranch& fileRoot,
                      NodePlaces* nodePlaces)
     : text(sourceText),
@@ -56,3 +58,5 @@ void LeaveNode(ScanState& scan, std::size_t end) {
     if (scan.places != nullptr) scan.places->SetEnd(scan.current->nodeID, end);
     scan.current = scan.current->parent;
 }
+
+}  // namespace plugincs

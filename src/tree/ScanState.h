@@ -10,6 +10,8 @@
 #include "tree/NodePlaces.h"
 #include "tree/ObjectBranch.h"
 
+namespace plugincs {
+
 struct ScanState {
     /// Adds the "namespace global" node below the root and makes it the current one. The text is
     /// edited in place and must outlive the nodes, whose contents are views into it. Throws
@@ -46,3 +48,5 @@ ObjectBranch* AddNode(ScanState& scan, ObjectBranch& parent, const NodeKind& kin
 /// Ends the current node at the position `end`, and makes its parent the current one. The node must
 /// have a parent.
 void LeaveNode(ScanState& scan, std::size_t end);
+
+}  // namespace plugincs

@@ -9,6 +9,8 @@
 #include "tree/Directives.h"
 #include "tree/Parse.h"
 
+namespace plugincs {
+
 namespace {
 
 // What a character outside literals does besides being appended to the chunk. Parentheses and most
@@ -256,3 +258,5 @@ void ScanText(ScanState& scan) {
     parse.end = Scanner(scan).Run();
     parse.leftOver = std::string(scan.collected.View());
 }
+
+}  // namespace plugincs

@@ -4,6 +4,8 @@
 
 #include "text/VectorFinders.h"
 
+using namespace plugincs;
+
 namespace {
 
 constexpr std::array<ByteSet, SetTables::kMost> kSets{ByteSet(""),

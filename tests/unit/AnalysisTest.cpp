@@ -6,6 +6,8 @@
 #include "analysis/PartWalker.h"
 #include "text/StringHelpers.h"
 
+using namespace plugincs;
+
 namespace {
 
 const std::pair<const char*, std::vector<std::string>> kPartRows[] = {

@@ -3,6 +3,8 @@
 #include "output/JsonRecords.h"
 #include "text/StringHelpers.h"
 
+using namespace plugincs;
+
 namespace {
 
 struct Row {

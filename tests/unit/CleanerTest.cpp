@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace plugincs;
+
 namespace {
 
 using Strings = std::vector<std::string>;

@@ -8,6 +8,8 @@
 #include "process/ModuleState.h"
 #include "tests/support/Corpus.h"
 
+using namespace plugincs;
+
 namespace {
 
 std::string Parse(const std::string& path) {

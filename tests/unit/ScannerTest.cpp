@@ -5,6 +5,8 @@
 #include "tests/support/TreeDump.h"
 #include "tree/Parse.h"
 
+using namespace plugincs;
+
 namespace {
 
 struct Row {

@@ -4,6 +4,8 @@
 
 #include "tests/support/FinderChecks.h"
 
+using namespace plugincs;
+
 namespace {
 
 using std::string_literals::operator""s;
