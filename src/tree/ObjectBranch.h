@@ -7,6 +7,7 @@
 // nodes below a root live in that parse's bump allocator. One thread at a time.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -34,22 +35,50 @@ enum class BranchType : std::int32_t {
     Error = 15,
 };
 
-/// The kind names that nodes carry and the output shows.
+/// The kind names that nodes carry and the output shows, and their numbers in databases.
 namespace KindName {
-inline constexpr std::string_view kFilepath = "filepath";
-inline constexpr std::string_view kInclude = "include";
-inline constexpr std::string_view kContainer = "container";
-inline constexpr std::string_view kLine = "line";
-inline constexpr std::string_view kDefine = "define";
-inline constexpr std::string_view kLogic = "logic";
-inline constexpr std::string_view kFunction = "function";
-inline constexpr std::string_view kClass = "class";
-inline constexpr std::string_view kNamespace = "namespace";
-inline constexpr std::string_view kSymbol = "symbol";
-inline constexpr std::string_view kLoop = "loop";
-inline constexpr std::string_view kClassVar = "classvar";
-inline constexpr std::string_view kPreprocessor = "preprocessor";
-inline constexpr std::string_view kNullParentError = "error: NULL parent branch";
+enum Number : std::uint8_t {
+    Filepath,
+    Include,
+    Container,
+    Line,
+    Define,
+    Logic,
+    Function,
+    Class,
+    Namespace,
+    Symbol,
+    Loop,
+    ClassVar,
+    Preprocessor,
+    NullParentError,
+    Count
+};
+inline constexpr std::array<std::string_view, Count> kAll{
+    "filepath",     "include",
+    "container",    "line",
+    "define",       "logic",
+    "function",     "class",
+    "namespace",    "symbol",
+    "loop",         "classvar",
+    "preprocessor", "error: NULL parent branch",
+};
+static_assert(!kAll.back().empty(), "each number has a name");
+
+inline constexpr std::string_view kFilepath = kAll[Filepath];
+inline constexpr std::string_view kInclude = kAll[Include];
+inline constexpr std::string_view kContainer = kAll[Container];
+inline constexpr std::string_view kLine = kAll[Line];
+inline constexpr std::string_view kDefine = kAll[Define];
+inline constexpr std::string_view kLogic = kAll[Logic];
+inline constexpr std::string_view kFunction = kAll[Function];
+inline constexpr std::string_view kClass = kAll[Class];
+inline constexpr std::string_view kNamespace = kAll[Namespace];
+inline constexpr std::string_view kSymbol = kAll[Symbol];
+inline constexpr std::string_view kLoop = kAll[Loop];
+inline constexpr std::string_view kClassVar = kAll[ClassVar];
+inline constexpr std::string_view kPreprocessor = kAll[Preprocessor];
+inline constexpr std::string_view kNullParentError = kAll[NullParentError];
 }  // namespace KindName
 
 struct ObjectBranch;

@@ -50,8 +50,9 @@ constexpr std::string_view kBrackets = "[]";  // steps only where attributes are
 constexpr bool EveryStepIsFound() {
     for (int byte = 0; byte < 256; ++byte) {
         const char c = static_cast<char>(byte);
-        const bool found = (kSteps.find(c) & kBrackets.find(c)) != std::string_view::npos;
-        if ((StepOf(c) != Step::None) != (c == '\n' || found)) return false;
+        const bool found =
+            c == '\n' || kSteps.find(c) != kSteps.npos || kBrackets.find(c) != kBrackets.npos;
+        if ((StepOf(c) != Step::None) != found) return false;
     }
     return true;
 }

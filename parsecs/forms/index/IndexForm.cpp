@@ -20,7 +20,7 @@
 #include "parsecs/input/NormalPath.h"
 #include "parsecs/output/OutputFile.h"
 #include "parsecs/output/Signals.h"
-#include "rows/RowKinds.h"
+#include "tree/ObjectBranch.h"
 
 namespace plugincs {
 
@@ -100,8 +100,8 @@ void IndexForm::StartAnew() {
     database_->Run(kSchemaSql);
     PutMeta("root", fs::current_path().string());
     Statement putKind(*database_, "INSERT INTO kind VALUES (?, ?)");
-    for (std::size_t i = 0; i < kRowKinds.size(); ++i) {
-        putKind.With(static_cast<std::int64_t>(i)).With(kRowKinds[i]).Run();
+    for (std::size_t i = 0; i < KindName::kAll.size(); ++i) {
+        putKind.With(static_cast<std::int64_t>(i)).With(KindName::kAll[i]).Run();
     }
     Statement putDeclares(*database_, "INSERT INTO declares VALUES (?, ?)");
     for (std::size_t i = 0; i < kDeclaresCount; ++i) {

@@ -3,14 +3,14 @@
 #include <algorithm>
 
 #include "rows/Bases.h"
-#include "rows/RowKinds.h"
+#include "tree/ObjectBranch.h"
 
 namespace plugincs {
 
 namespace {
 
 std::int64_t KindNumber(std::string_view kind) {
-    return std::find(kRowKinds.begin(), kRowKinds.end(), kind) - kRowKinds.begin();
+    return std::find(KindName::kAll.begin(), KindName::kAll.end(), kind) - KindName::kAll.begin();
 }
 
 // Updates never come that far.
