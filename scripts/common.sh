@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Functions for the other scripts: they install missing Debian packages, and build. Their messages
 # go to standard error.
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -10,21 +11,29 @@ present() {
     esac
 }
 
-# need COMMAND-OR-PATH PACKAGE [...]: installs the packages of those that are missing.
+missing=()
+may_install=yes
+
+# need COMMAND-OR-PATH PACKAGE [...]: notes the packages of those that are missing.
 need() {
-    local missing=()
     while [ $# -gt 0 ]; do
         present "$1" || missing+=("$2")
         shift 2
     done
-    [ ${#missing[@]} -eq 0 ] || install_packages "${missing[@]}" >&2
+}
+
+# Says what was noted, and installs it.
+install_missing() {
+    [ ${#missing[@]} -gt 0 ] || return 0
+    install_packages "${missing[@]}" >&2
+    missing=()
 }
 
 install_packages() {
     local sudo=()
     echo "Needed and not here, as Debian packages: $*"
     if [ "$(id -u)" -ne 0 ]; then sudo=(sudo); fi
-    if ! present apt-get || ! present "${sudo[@]:-true}"; then
+    if [ $may_install = no ] || ! present apt-get || ! present "${sudo[@]:-true}"; then
         echo "Please have them installed and try again: apt-get install $*"
         exit 1
     fi
@@ -58,6 +67,7 @@ need_browser() {
 
 # build PRESET [TARGET...]: says nothing when there is nothing to do.
 build() {
+    install_missing
     local tree=$root/build/$1
     local ninja=(ninja -C "$tree" "${@:2}")
     if [ ! -e "$tree/build.ninja" ]; then

@@ -10,9 +10,10 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace __cxxabiv1 {  // NOLINT: the ABI's name
+// NOLINTBEGIN(bugprone-reserved-identifier): the ABI's names
+namespace __cxxabiv1 {
 
-struct __cxa_eh_globals {  // NOLINT: the same
+struct __cxa_eh_globals {
     void* caughtExceptions;
     unsigned int uncaughtExceptions;
 };
@@ -70,3 +71,4 @@ void __cxa_free_exception(void* object) noexcept {
 }
 
 }  // namespace __cxxabiv1
+// NOLINTEND(bugprone-reserved-identifier)
