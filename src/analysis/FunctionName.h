@@ -9,9 +9,8 @@ namespace plugincs {
 /// The simple name of the function that a declaration header declares: the word directly before
 /// the parameter list, without return type, modifiers, pointer stars or generic arguments.
 ///
-/// Purely textual: everything up to the first '>' before the parameters is cut, which removes a
-/// generic return type, but also all of "void Foo<T>(T x)"; "void IFoo.Bar()" keeps ".Bar". May be
-/// empty. Throws std::bad_alloc.
+/// Purely textual, so that type parameters and dots give odd names, or none: hosts know them so
+/// (docs/records.md). Throws std::bad_alloc.
 std::string functionName(std::string_view text);
 
 }  // namespace plugincs

@@ -1,4 +1,5 @@
-// The pipeline of one file: clean, scan, refine, write.
+// The pipeline of one file: clean, scan, refine, write. What looks like a mistake in its records is
+// shown stage by stage in docs/records.md, and stays, as hosts rely on the bytes.
 #pragma once
 
 #include <span>
