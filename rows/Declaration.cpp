@@ -323,10 +323,11 @@ class DeclarationReader {
     }
 
     Step Destructor() {
+        const std::string_view name = tokens_.Rest();
         tokens_.Skip();
-        const std::string_view word = tokens_.TakeWord();
-        if (!InType() || before_ != Before::Start || word.empty()) return Nothing();
-        return Named(Declares::Destructor, tokens_.Since({word.data() - 1, 1}));
+        const bool isName = !tokens_.TakeWord().empty();
+        if (!InType() || before_ != Before::Start || !isName) return Nothing();
+        return Named(Declares::Destructor, tokens_.Since(name));
     }
 
     Step Namespace() {
@@ -391,6 +392,12 @@ Declaration ReadDeclaration(std::string_view text, const Surroundings& surroundi
                             bool opensBlock) {
     const Declaration found = DeclarationReader(text, surroundings, opensBlock).Read();
     return found.what == Declares::Nothing ? Declaration() : found;
+}
+
+std::string_view BehindName(std::string_view text, const Declaration& declaration) {
+    if (declaration.what == Declares::Nothing) return text;
+    const char* const behind = declaration.name.data() + declaration.name.size();
+    return text.substr(static_cast<std::size_t>(behind - text.data()));
 }
 
 }  // namespace plugincs

@@ -91,4 +91,7 @@ struct Declaration {
 Declaration ReadDeclaration(std::string_view text, const Surroundings& surroundings,
                             bool opensBlock);
 
+/// What follows the name that the text declares; all of it where that is nothing.
+std::string_view BehindName(std::string_view text, const Declaration& declaration);
+
 }  // namespace plugincs

@@ -107,7 +107,8 @@ bool OpensValue(const Scan& scan) {
 
 Header ReadHeader(std::string_view text, std::int64_t open, const Declaration& declaration,
                   Around around) {
-    const Scan scan = Scanner(text, open).Run();
+    // What stands up to the name is no expression, whatever "operator +=" looks like.
+    const Scan scan = Scanner(BehindName(text, declaration), open).Run();
     const bool declares = declaration.what != Declares::Nothing;
     const bool isValue = around == Around::Value || scan.assigns || (!declares && scan.hasValue);
     const bool opensValue = isValue || scan.open > 0 || (!declares && OpensValue(scan));

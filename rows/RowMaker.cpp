@@ -1,6 +1,7 @@
 #include "rows/RowMaker.h"
 
 #include <string>
+#include <utility>
 
 #include "output/RecordClassification.h"
 #include "rows/FurtherNames.h"
@@ -113,14 +114,14 @@ class RowMaker {
         if (declaration.what == Declares::Namespace) {
             around.scopeBelow = Joined(around.scopeBelow, declaration.name);
         }
-        if (declaration.more) AddFurtherNames(node, {place.begin, place.behind}, end);
+        if (declaration.more) AddFurtherNames(index, NamesBehind(declaration), node, place);
         Finish(rows_[index], end);
     }
 
     void Open(const ObjectBranch& node, const NodePlace& place, const Declaration& declaration) {
         const OpenNode& around = open_.back();
-        const Row& row = rows_.back();
-        const Header header = ReadHeader(row.text, 0, declaration, around.below.around);
+        const std::size_t row = rows_.size() - 1;
+        const Header header = ReadHeader(rows_[row].text, 0, declaration, around.below.around);
         Statement statement;
         statement.open = header.open;
         statement.around = around.below.around;
@@ -133,7 +134,8 @@ class RowMaker {
                                            ? around.scopeBelow
                                            : Joined(around.scopeBelow, declaration.name);
         const std::size_t end = header.kind == BlockKind::Body ? EndOf(place) : EndWithSign(place);
-        open_.push_back({&node, rows_.size() - 1, end, below, scope, statement});
+        open_.push_back({&node, row, end, below, scope, statement});
+        if (declaration.more) AddFurtherNames(row, NamesBehind(declaration), node, place);
     }
 
     // What follows a block in the statement of the last entry.
@@ -143,9 +145,15 @@ class RowMaker {
         begun.statement.goesOn = place.isBlock;
         begun.end = EndOf(place);
         if (node.contents.empty() && !place.isBlock) return;  // only the ';'
-        Row& row = AddNodeRow(node, place);
-        if (begun.statement.declaration.more) PutFurtherName(begun.statement.declaration, row);
-        place.isBlock ? OpenContinuation(node, place) : Finish(row, begun.end);
+        const std::size_t first = begun.row;
+        const Statement before = begun.statement;
+        const std::string_view text = AddNodeRow(node, place).text;
+        const std::size_t row = rows_.size() - 1;
+        if (place.isBlock) OpenContinuation(node, place);
+        if (before.declaration.more) {
+            AddFurtherNames(first, FindFurtherNames(text, before.open), node, place);
+        }
+        if (!place.isBlock) Finish(rows_[row], EndOf(place));
     }
 
     void OpenContinuation(const ObjectBranch& node, const NodePlace& place) {
@@ -214,35 +222,41 @@ class RowMaker {
         row.modifiers = declaration.modifiers;
     }
 
-    static void PutFurtherName(const Declaration& declaration, Row& row) {
-        const std::vector<FurtherName> names = FindFurtherNames(row.text);
-        if (names.empty() || !row.text.starts_with(',')) return;
-        row.declares = declaration.what;
-        row.name = names.front().name;
-        row.modifiers = declaration.modifiers;
+    std::vector<FurtherName> NamesBehind(const Declaration& first) const {
+        return FindFurtherNames(BehindName(rows_.back().text, first), 0);
     }
 
-    // "int a, b = 1": a row for each name after the first, below that one's.
-    void AddFurtherNames(const ObjectBranch& node, Span span, std::size_t end) {
-        const std::size_t first = rows_.size() - 1;
-        const std::string_view text = rows_[first].text;
-        const std::string_view name = rows_[first].name;
-        const auto from = static_cast<std::size_t>(name.data() + name.size() - text.data());
-        const std::vector<FurtherName> names = FindFurtherNames(text.substr(from));
+    // "int a, b = 1": a row for each name after the first, below the last row, whose text has them.
+    // The block that this opens is in the value of the last one.
+    void AddFurtherNames(std::size_t first, const std::vector<FurtherName>& names,
+                         const ObjectBranch& node, const NodePlace& place) {
         if (names.empty()) return;
-        open_.push_back({&node, first, end, {}, rows_[first].scope});
-        for (const FurtherName& further : names) {
-            const Row& model = rows_[first];
-            Row& row = AddRow(model.kind);
+        const std::vector<std::size_t> positions = PositionsOf(names, rows_.back().text, place);
+        if (!place.isBlock) open_.push_back({&node, rows_.size() - 1, EndOf(place)});
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            Row& row = AddRow(rows_[first].kind);
             row.declares = rows_[first].declares;
+            row.scope = rows_[first].scope;
             row.modifiers = rows_[first].modifiers;
-            row.name = further.name;
-            row.text = further.text;
-            const auto at = static_cast<std::size_t>(further.text.data() - text.data());
-            row.begin = lines_.At(texts_.PositionOf(span, at));
-            Finish(row, texts_.PositionOf(span, at + further.text.size() - 1));
+            row.name = names[i].name;
+            row.text = names[i].text;
+            row.begin = lines_.At(positions[2 * i]);
+            Finish(row, positions[2 * i + 1]);
         }
-        open_.pop_back();
+        if (!place.isBlock) return open_.pop_back();
+        const std::string_view scope = Joined(rows_[first].scope, names.back().name);
+        open_.push_back({&node, rows_.size() - 1, EndOf(place), open_.back().below, scope});
+    }
+
+    // Of the first and the last byte of each.
+    std::vector<std::size_t> PositionsOf(const std::vector<FurtherName>& names,
+                                         std::string_view text, const NodePlace& place) const {
+        std::vector<std::size_t> offsets;
+        for (const FurtherName& name : names) {
+            const auto begin = static_cast<std::size_t>(name.text.data() - text.data());
+            offsets.insert(offsets.end(), {begin, begin + name.text.size() - 1});
+        }
+        return texts_.PositionsOf({place.begin, place.behind}, std::move(offsets));
     }
 
     // The last row so far is the last one of the subtree.

@@ -13,7 +13,8 @@ namespace {
 constexpr ByteSets kNotCode{~ByteSet('!', '~')};
 constexpr ByteSets kHigh{~ByteSet('\0', '\x7F')};
 
-// Steps through a span, and puts a text together until that has a given size.
+// Steps through a span, and puts a text together until that is longer than a given size; then it
+// can go on.
 class TextMaker {
   public:
     TextMaker(std::string_view source, const Reading& reading, Span span)
@@ -46,18 +47,22 @@ class TextMaker {
             blank_ = true;
             at_ = gap_->end;
         } else if (verbatim_ != verbatimEnd_ && verbatim_->begin <= at_) {
-            Append(std::min(verbatim_->end, end_), size);
+            Append(std::min(verbatim_->end, Enough(size)), size);
         } else if (IsSpace()) {
             blank_ = true;
             at_ += std::max<std::size_t>(1, SequenceLength(source_.substr(at_)));
         } else {
-            Append(EndOfCode(), size);
+            Append(EndOfCode(Enough(size)), size);
         }
     }
 
-    // Of a run of printable bytes with nothing special in it.
-    std::size_t EndOfCode() const {
-        std::size_t end = end_;
+    // Where the text is long enough at the latest: no more is looked at.
+    std::size_t Enough(std::size_t size) const {
+        return at_ + std::min(end_ - at_, size + 1 - text.size());
+    }
+
+    // Of a run of printable bytes with nothing special in it, up to `end`.
+    std::size_t EndOfCode(std::size_t end) const {
         if (gap_ != gapsEnd_) end = std::min(end, gap_->begin);
         if (verbatim_ != verbatimEnd_) end = std::min(end, verbatim_->begin);
         return Find(kNotCode, source_.substr(0, end), at_);
@@ -117,10 +122,13 @@ std::string Texts::Of(Span span) const {
     return std::move(maker.text);
 }
 
-std::size_t Texts::PositionOf(Span span, std::size_t offset) const {
+std::vector<std::size_t> Texts::PositionsOf(Span span, std::vector<std::size_t> offsets) const {
     TextMaker maker(source_, reading_, span);
-    maker.Make(offset);
-    return maker.position;
+    for (std::size_t& offset : offsets) {
+        maker.Make(offset);
+        offset = maker.position;
+    }
+    return offsets;
 }
 
 }  // namespace plugincs

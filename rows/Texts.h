@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "rows/Reading.h"
 
@@ -22,8 +23,9 @@ class Texts {
     /// In valid UTF-8: each byte that belongs to no sequence becomes U+FFFD. Throws std::bad_alloc.
     std::string Of(Span span) const;
 
-    /// Where the byte at `offset` of the text of the span stands.
-    std::size_t PositionOf(Span span, std::size_t offset) const;
+    /// Where the bytes of the span's text at these offsets stand, which come in their order. Throws
+    /// std::bad_alloc.
+    std::vector<std::size_t> PositionsOf(Span span, std::vector<std::size_t> offsets) const;
 
   private:
     std::string_view source_;

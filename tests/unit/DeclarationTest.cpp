@@ -74,6 +74,7 @@ const Row kMembers[] = {
     {"static C() {", "constructor C|static"},
     {"N.C(int x)", ""},
     {"~C() {", "destructor ~C"},
+    {"~@class() {", "destructor ~@class"},
     {"int x", "field x"},
     {"A.B<C>[] x, y = 1", "field x"},
     {"readonly C c = new C(1)", "field c|readonly"},
@@ -150,14 +151,14 @@ TEST(Declaration, IsReadOffTheText) {
 TEST(Declaration, MayGoOnWithFurtherNames) {
     const std::pair<const char*, const char*> rows[] = {
         {" = F(a, b), c = new D<E, F>(1, \",\") , @g, h[3]",
-         "c=c = new D<E, F>(1, \",\")|g=g|h=h[3]|"},
+         "c=c = new D<E, F>(1, \",\")|g=@g|h=h[3]|"},
         {" = a < b", ""},
         {"", ""},
         {", 1, b.c", ""},
     };
     for (const auto& [rest, expected] : rows) {
         std::string names;
-        for (const auto& [name, text] : FindFurtherNames(rest)) {
+        for (const auto& [name, text] : FindFurtherNames(rest, 0)) {
             names.append(name).append("=").append(text).append("|");
         }
         EXPECT_EQ(names, expected) << rest;

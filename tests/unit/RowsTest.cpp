@@ -57,6 +57,7 @@ const std::pair<const char*, const char*> kStructures[] = {
     {"class C : B(new D { E = 1 }) { int f; }", "class C{<E = 1> <)>{field f}}"},
     {"class C { void F(string s = @\"{\") { a(); } int b; }", "class C{method F{<a()>} field b}"},
     {"class C { int P { get; } int Q; }", "class C{property P{<get>} field Q}"},
+    {"class C { void operator +=(C c) { } int d; }", "class C{operator operator += field d}"},
     // An expression goes on behind its blocks, and each of its statements is there.
     {"void F() { g(a => { b(); c(); }, d => { if (e) h(); }, i);\nj(); }",
      "local F 1-2{<g(a =>>{<b()> <c()> <, d =>>{<if (e) h()>} <, i)>} <j()> 2-2}"},
@@ -73,7 +74,10 @@ const std::pair<const char*, const char*> kStructures[] = {
     // Of several names each has a row.
     {"class C { int a, b = 1,\nc; event E d, e; int[] f = { 1 }, g = { 2 }; }",
      "class C 1-2{field a 1-2{field b field c 2-2} event d 2-2{event e 2-2} "
-     "field f 2-2{<1> 2-2 field g 2-2{<2> 2-2}}}"},
+     "field f 2-2{<1> 2-2 <, g => 2-2{field g 2-2{<2> 2-2}}}}"},
+    {"class C { int a, b = new[] { 1 }[0], c, d = { 2 }, e; event E f = G(h => { }, i, j), k; }",
+     "class C{field a{field b{<1>} <[0], c, d =>{field c field d{<2>}} <, e>{field e}} "
+     "event f{<, i, j), k>{event k}}}"},
     // Nothing is lost.
     {"f(a, b", "<f(a, b>"},
     {"[assembly: A]\nclass C { [B] }\n[module: D]",
@@ -126,9 +130,24 @@ TEST(Rows, TellTheirSurroundingsInTheFilesOwnWords) {
 }
 
 TEST(Rows, AreLinearInWhateverTheyAreMadeOf) {
-    for (const std::string unit : {"class C{", "a=>{", "f(x=>{", "int a,", "{", "namespace N{",
-                                   "[A]", "x={", "#if A\n{\n", "int F(){", "é.", "enum{a,"}) {
-        std::string source;
+    const std::pair<std::string, std::string> shapes[] = {
+        {"", "class C{"},
+        {"", "a=>{"},
+        {"", "f(x=>{"},
+        {"", "int a,"},
+        {"", "{"},
+        {"", "namespace N{"},
+        {"", "[A]"},
+        {"", "x={"},
+        {"", "#if A\n{\n"},
+        {"", "int F(){"},
+        {"", "é."},
+        {"", "enum{a,"},
+        {"class C{a b", ",c"},
+        {"class C{a b=", "c<"},
+    };
+    for (const auto& [start, unit] : shapes) {
+        std::string source = start;
         while (source.size() < 500000) source += unit;
         const FileRows file("a.cs", source);
         EXPECT_EQ(BrokenByRows(file, source), "") << unit;
