@@ -1,5 +1,6 @@
 #include "analysis/Classifiers.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -151,13 +152,18 @@ Answers AskParts(std::string_view text) {
     VariableQuestion variable(firstMark, secondMark);
     const auto open = [&] { return !function.impossible || !variable.decided; };
     bool more = open() && HasAny(walker.Rest(), "(=.");
+    std::size_t fromDot = std::string_view::npos;  // what the next known dot begins
     while (more && open()) {
         const Mark mark = MarkOf(walker.Next());
         if (mark == Mark::None) break;
         function.Look(mark);
         variable.Look(mark);
         // Only a dot can matter now: parameter lists are long, and most have none.
-        if (mark == Mark::Parenthesis && variable.decided) more = HasAny(walker.Rest(), ".");
+        const std::string_view rest = walker.Rest();
+        if (mark == Mark::Parenthesis && variable.decided && rest.size() < fromDot) {
+            fromDot = rest.size() - std::min(rest.size(), rest.find('.'));
+            more = fromDot > 0;
+        }
     }
     return {first == "return", !function.impossible && function.parenthesis, variable.answer};
 }

@@ -145,10 +145,12 @@ TEST(Rows, AreLinearInWhateverTheyAreMadeOf) {
         {"", "enum{a,"},
         {"class C{a b", ",c"},
         {"class C{a b=", "c<"},
+        {"void ", "a("},
     };
     for (const auto& [start, unit] : shapes) {
         std::string source = start;
         while (source.size() < 500000) source += unit;
+        source += ".b";
         const FileRows file("a.cs", source);
         EXPECT_EQ(BrokenByRows(file, source), "") << unit;
     }
