@@ -137,6 +137,15 @@ head -c 30000 shop.db >short.db
 cp shop.db torn.db && head -c 8192 /dev/urandom | dd of=torn.db bs=8192 seek=1 conv=notrunc status=none
 : >shop/new.cs
 ln -s loop loop
+cp shop.db last.db && sqlite3 last.db "UPDATE node SET id = 9223372036854775807 WHERE id = (SELECT max(id) FROM node)"
+for name in mine wal linked hostile; do cp shop.db $name.db; done
+echo mine | tee mine.db-journal >wal.db-wal
+ln -s victim linked.db-journal
+echo kept >victim
+# At the end of a journal may stand the name of a file that SQLite deletes with it.
+{ printf '\xD9\xD5\x05\xF9\x20\xA1\x63\xD7' && head -c 504 /dev/zero && echo -n "$PWD/victim" &&
+    printf '\0\0\0\x10\0\0\0\0\xD9\xD5\x05\xF9\x20\xA1\x63\xD7'; } >hostile.db-journal
+long=$(printf 'n%.0s' {1..248})
 while IFS='|' read -r code file arguments message; do
     cp -p "$file" before 2>/dev/null
     (cd "${folder:?}" && eval "\"$parsecs\" --db $file $arguments") 2>err
@@ -144,7 +153,7 @@ while IFS='|' read -r code file arguments message; do
     [ "$got" = "$code" ] || fail "$file $arguments: exit code $got"
     grep -q "^parsecs: $message" err || fail "$file: $(cat err)"
     [ ! -f "$file" ] || cmp -s "$file" before || fail "$file was changed"
-done <<'TABLE'
+done <<TABLE
 3|text|shop|text: is damaged or no database, and is left as it is
 3|short.db|shop|short.db: is damaged or no database
 3|torn.db|shop|torn.db: is damaged or no database
@@ -152,11 +161,56 @@ done <<'TABLE'
 3|format.db|shop|format.db: has format 99 and not 2: delete it, and it will be built anew
 3|shop|shop|shop: is no file
 3|loop|shop|loop: Too many levels of symbolic links
+3|last.db|shop|last.db: is damaged or no database
+3|mine.db|shop|mine.db-journal: is no journal of ours, and SQLite would delete it
+3|wal.db|shop|wal.db-wal: is no journal of ours
+3|linked.db|shop|linked.db-journal: is no journal of ours
+3|hostile.db|shop|hostile.db-journal: is no journal of ours
+3|$long|shop|$long: has too long a name
 3|no/such.db|shop|no/such.db: No such file or directory
 2|shop.db|shop -o x|--db FILE tells the place: leave out -o and --into
 TABLE
-(cd shop && "$parsecs" --db ../shop.db . 2>../err)
-grep -q 'was made in the folder .*: run there, or delete it' err || fail "elsewhere: $(cat err)"
+[ "$(cat mine.db-journal wal.db-wal victim | xargs) $(stat -c %s hostile.db-journal)" = \
+    "mine mine kept $((528 + ${#PWD} + 7))" ] || fail "files beside databases: $(ls -l)"
+"$parsecs" --db "${long:1}" shop 2>/dev/null
+"$parsecs" --db "${long:1}" shop 2>err
+grep -q ' 7 unchanged' err || fail "the longest name: $(cat err)"
+
+# A byte that changed by itself: refused, or without consequence.
+rm -f anew.db
+"$parsecs" --db anew.db shop 2>/dev/null
+mv shop/new.cs newer.cs
+"$parsecs" --db whole.db shop 2>/dev/null
+mv newer.cs shop/new.cs
+seed=${SEED:-$RANDOM}
+RANDOM=$seed
+size=$(stat -c %s whole.db)
+refused=0
+for round in {1..220}; do
+    at=$(((RANDOM << 15 | RANDOM) % size))
+    [ "$round" -gt 100 ] || at=$round # the header
+    cp whole.db flipped.db
+    byte=$(($(od -An -tu1 -j$at -N1 whole.db) ^ 1 << RANDOM % 8))
+    printf "\\x$(printf %x $byte)" | dd of=flipped.db bs=1 seek=$at conv=notrunc status=none
+    cp flipped.db before
+    "$parsecs" --db flipped.db shop 2>err
+    if [ $? = 3 ]; then
+        cmp -s flipped.db before && grep -q '^parsecs: flipped.db: ' err || fail "byte $at: $(cat err)"
+        refused=$((refused + 1))
+    else
+        [ "$(says flipped.db)" = "$(says anew.db)" ] || fail "byte $at was taken (SEED=$seed)"
+    fi
+done
+[ $refused -gt 200 ] || fail "only $refused of 220 changed bytes were refused (SEED=$seed)"
+
+# Absolute paths may come from anywhere; relative ones are those of the first folder for good.
+mkdir elsewhere
+echo 'class E {}' | tee elsewhere/e.cs >far.cs
+(cd elsewhere && "$parsecs" --db ../shop.db "$folder/far.cs" && "$parsecs" --db ../shop.db .) 2>err
+grep -q "was made in the folder $folder: run there, or delete it" err || fail "elsewhere: $(cat err)"
+"$parsecs" --db shop.db shop 2>/dev/null
+[ "$(files)" = "$folder/far.cs Customer.cs Money.cs MoneyTests.cs Shipping.cs later.cs new.cs types.cs" ] ||
+    fail "elsewhere: $(files)"
 # Names that the library would take for no files, and a link to what is not there yet.
 ln -s behind.db link
 for name in :memory: 'file:x?mode=memory' link; do
