@@ -1,6 +1,11 @@
 // parsecs: shows the structure of source files, each parsed by one of several threads.
+#include <cxxabi.h>
+
+#include <cstdlib>
 #include <exception>
 #include <memory>
+#include <new>
+#include <typeinfo>
 
 #include "parsecs/Plan.h"
 #include "parsecs/command/CommandLine.h"
@@ -15,6 +20,18 @@
 namespace plugincs {
 
 namespace {
+
+// Where no exception may leave a function, among them many of the library's own, one without memory
+// ends the program.
+[[noreturn]] void EndWithoutMemory() {
+    const std::type_info* const thrown = abi::__cxa_current_exception_type();
+    if (thrown != nullptr && *thrown != typeid(std::bad_alloc)) std::abort();
+    Say("out of memory");
+    RemoveTemporariesAndEnd(kNotWritten);
+}
+
+// Before the objects of other files are made.
+[[gnu::constructor(101)]] void PrepareForTheEnd() { std::set_terminate(EndWithoutMemory); }
 
 int ShowAbout(const Options& options) {
     OutputFile output(options.output);
