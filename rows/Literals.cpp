@@ -103,8 +103,9 @@ class LiteralReader {
         const std::size_t run = RunLength(text_, at_, '"');
         if (frame.quotes > 0) {
             run >= frame.quotes ? Close(run) : void(at_ += run);
-        } else if (frame.verbatim && run >= 2) {
-            at_ += 2;
+        } else if (frame.verbatim) {
+            at_ += run - run % 2;
+            if (run % 2 == 1) Close(1);
         } else {
             Close(1);
         }

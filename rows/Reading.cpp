@@ -256,7 +256,7 @@ class Reader {
         const bool continues = keyword == "#elif" || keyword == "#else";
         if (opens) conditionals_.Open(line);
         if (continues) conditionals_.Continue(line, keyword == "#else");
-        const bool cutsEnumerator = continues && InEnum() && !statementStart_;
+        const bool cutsEnumerator = continues && InEnum() && !statementStart_ && EndsEnumerator();
         if (keyword == "#endif") conditionals_.Close(line);
         if ((opens || keyword == "#elif") && parts.size() > 1) AddOperand(std::move(parts[1]));
         if ((opens || continues || keyword == "#endif") && comment < text.size()) {
@@ -264,7 +264,7 @@ class Reader {
         }
         LeaveGap(line.end);
         if (!cutsEnumerator) return;
-        reading_.text[line.begin] = ';';
+        Replace(line.begin, line.begin + 1, ';');
         statementStart_ = true;
     }
 
@@ -317,10 +317,13 @@ class Reader {
     }
 
     void EndEnumerator() {
-        const bool ends = section_.depth == 0 && parentheses_ == blocks_.back().parentheses;
-        if (!ends) return TakeAsCode();
-        reading_.text[at_] = statementStart_ ? ' ' : ';';
+        if (!EndsEnumerator()) return TakeAsCode();
+        Replace(at_, at_ + 1, statementStart_ ? ' ' : ';');
         StartStatement();
+    }
+
+    bool EndsEnumerator() const {
+        return section_.depth == 0 && parentheses_ == blocks_.back().parentheses;
     }
 
     // Attribute sections. A bracket at the start of a statement opens one, unless what follows the
@@ -377,7 +380,7 @@ class Reader {
         return at;
     }
 
-    // Names beyond ASCII.
+    // What shows in texts, though not to the core: names beyond ASCII, commas of enumerators.
 
     void Replace(std::size_t begin, std::size_t end, char c) {
         std::fill(reading_.text.begin() + static_cast<std::ptrdiff_t>(begin),

@@ -20,7 +20,7 @@ struct Reading {
     std::string text;
 
     // All in the order of the source.
-    std::vector<Span> verbatim;    ///< Literals and names whose own bytes are not those in `text`.
+    std::vector<Span> verbatim;    ///< Literals, names and commas that are others in `text`.
     std::vector<Span> gaps;        ///< Comments, directive lines and branches that are left out.
     std::vector<Span> comments;    ///< Those among the gaps.
     std::vector<Span> attributes;  ///< Sections at the start of a statement.

@@ -64,6 +64,7 @@ const Row kRows[] = {
     {"enum E : byte { A = F(1, 2), [X] B, /*,*/ C }", "enum E : byte { A = F(1, 2); B; C }", "[X]"},
     {"enum E { A\n#if X\n, B = 1\n#else\n, C\n#elif Y\nD\n#endif\n, }",
      "enum E { A ; B = 1 ; C ; D ; }"},
+    {"enum E { A = (1\n#if X\n+ 2\n#else\n+ 3\n#endif\n), B }", "enum E { A = (1 + 2 + 3 ); B }"},
     {"f(\"enum\", () => { g(1), h; });", "f(\"enum\", () => { g(1), h; });"},
     {"enumerate { a, b }", "enumerate { a, b }"},
 };

@@ -85,6 +85,7 @@ const std::pair<const char*, const char*> kStructures[] = {
     {"class C { f(1)); int x; void G() { } } class D { }", "class C{constructor f} class D"},
     {"class C { extension(string s) { int N() => 1; } record R(int A); }",
      "class C{<extension(string s)>{method N} record R}"},
+    {"enum E { [A)] (, b }", "enum E{<(, b>}"},
     {"} class A { } b; c", "<namespace global> class A <b> <> 0-0"},
 };
 
@@ -146,6 +147,7 @@ TEST(Rows, AreLinearInWhateverTheyAreMadeOf) {
         {"class C{a b", ",c"},
         {"class C{a b=", "c<"},
         {"void ", "a("},
+        {"@\"", "\"\""},
     };
     for (const auto& [start, unit] : shapes) {
         std::string source = start;
