@@ -86,10 +86,10 @@ class Browser:
         actions = [{"type": kind, "value": letter} for letter in letters for kind in ("keyDown", "keyUp")]
         self.call("/actions", {"actions": [{"type": "key", "id": "keys", "actions": actions}]})
 
-    def click(self, selector, x=0, y=0):
-        """Clicks so far from the element's middle."""
+    def click(self, selector, x=0, y=0, press=True):
+        """Clicks so far from the element's middle, or only points there."""
         place = {"type": "pointerMove", "x": x, "y": y, "origin": {ELEMENT: self.element(selector)}}
-        actions = [place, {"type": "pointerDown", "button": 0}, {"type": "pointerUp", "button": 0}]
+        actions = [place, *([{"type": "pointerDown", "button": 0}, {"type": "pointerUp", "button": 0}] if press else [])]
         self.call("/actions", {"actions": [{"type": "pointer", "id": "mouse", "actions": actions}]})
 
     def role_and_label(self, selector):

@@ -16,6 +16,7 @@ from urllib.parse import quote
 from browser import Browser, installed
 
 SKIPPED = 77
+LIT, FUNCTION, STOPPED = "d6006c", "2f7fc1", "c23b00"  # colours of the style
 HOSTILE_NAME = b"<img src=x onerror=alert(1)>'\"\x1b[31m\xff\xe2\x80\xae.cs"  # and texts:
 HOSTILE = [
     b'a = "</script><script>document.title = 1</script>"',
@@ -24,8 +25,8 @@ HOSTILE = [
 ]
 
 
-def parsecs(*arguments):
-    return subprocess.run([PARSECS, *map(str, arguments)], check=True, capture_output=True).stdout
+def parsecs(*arguments, **where):
+    return subprocess.run([PARSECS, *map(str, arguments)], check=True, capture_output=True, **where).stdout
 
 
 def rows_of(*inputs):
@@ -73,11 +74,19 @@ class MapTest(unittest.TestCase):
         cls.browser.close()
         cls.folder.cleanup()
 
-    def make(self, *inputs):
+    def make(self, *inputs, **where):
         """The address of a page for the inputs."""
         page = Path(self.folder.name, f"{self._testMethodName}.html")
-        parsecs("--html", page, *inputs)
+        parsecs("--html", page, *inputs, **where)
         return page.as_uri()
+
+    def sources(self, **texts):
+        """A folder of files."""
+        folder = Path(self.folder.name, self._testMethodName)
+        folder.mkdir()
+        for name, text in texts.items():
+            Path(folder, f"{name}.cs").write_text(text)
+        return folder
 
     def source(self, name, text):
         path = Path(self.folder.name, os.fsdecode(name))
@@ -95,10 +104,21 @@ class MapTest(unittest.TestCase):
         """Addresses and clicks on links take effect when the browser has told the page."""
         self.browser.wait(f"document.getElementById('name').textContent === {json.dumps(name)}")
 
-    def find(self, query, regex=False):
-        self.browser.run("location.hash = arguments[0]", f"#find={quote(query)}{'&regex=1' if regex else ''}")
-        self.browser.wait(f"document.getElementById('query').value === {json.dumps(query)}")
+    def find(self, query, regex=False, order="source"):
+        address = f"#find={quote(query)}&order={order}{'&regex=1' if regex else ''}"
+        self.browser.run("delete document.documentElement.dataset.searched; location.hash = arguments[0]", address)
+        self.browser.wait("document.documentElement.dataset.searched")
         return self.browser.text("#found")
+
+    def colours(self):
+        """Of the map: how many points have which."""
+        counts = self.browser.value("""(() => {
+            const map = document.getElementById("map");
+            const pixels = new Uint32Array(map.getContext("2d").getImageData(0, 0, map.width, map.height).data.buffer);
+            const counts = {};
+            for (const pixel of pixels) counts[pixel] = (counts[pixel] ?? 0) + 1;
+            return counts; })()""")
+        return {int(pixel).to_bytes(4, "little").hex()[:6]: count for pixel, count in counts.items()}
 
     def test_counts_are_those_of_the_rows(self):
         self.browser.open(self.make(SAMPLES))
@@ -140,19 +160,23 @@ class MapTest(unittest.TestCase):
 
     def test_hits_light_up_and_the_rest_is_dimmed(self):
         self.browser.open(self.make(SAMPLES))
-        colours = lambda: self.browser.value("""(() => {
-            const map = document.getElementById("map");
-            const pixels = new Uint32Array(map.getContext("2d").getImageData(0, 0, map.width, map.height).data.buffer);
-            const counts = {};
-            for (const pixel of pixels) counts[pixel] = (counts[pixel] ?? 0) + 1;
-            return counts; })()""")
-        lit = str(int.from_bytes(bytes.fromhex("d6006cff"), "little"))
-        before = colours()
-        self.assertNotIn(lit, before)
+        before = self.colours()
+        self.assertNotIn(LIT, before)
         self.find("levels")
-        self.assertGreater(colours().get(lit, 0), 1000)
-        function = str(int.from_bytes(bytes.fromhex("2f7fc1ff"), "little"))
-        self.assertLess(colours().get(function, 0), before[function] / 2)
+        after = self.colours()
+        self.assertGreater(after.get(LIT, 0), 1000)
+        self.assertLess(after.get(FUNCTION, 0), before[FUNCTION] / 2)
+
+    def test_definitions_come_first_or_alone(self):
+        self.browser.open(self.make(SAMPLES))
+        found = [row for row in self.rows if is_statement(row) and "count" in f"{row['name']} {row['text']}".lower()]
+        rank = lambda row: 3 if row["declares"] == "" else 0 if row["name"].lower() == "count" else 1 if "count" in row["name"].lower() else 2
+        alone = [row for row in found if row["declares"] != ""]
+        for order, rows in (("source", found), ("definitions", sorted(found, key=rank)), ("alone", sorted(alone, key=rank))):
+            with self.subTest(order):
+                self.assertEqual(int(self.find("count", order=order).split()[0]), len(rows))
+                for row, text in zip(rows, self.list("#hits")):
+                    self.assertTrue(row["text"].endswith(text.lstrip("…")), (row, text))
 
     def test_zoom_and_back(self):
         browser = self.browser
@@ -195,6 +219,103 @@ class MapTest(unittest.TestCase):
         self.assertLess(float(self.browser.value("document.documentElement.dataset.searched")), 2000)
         self.assertEqual(self.find("v[^ ]*7 = 19997$", True), "1 hit")
 
+    def test_no_search_stops_the_page(self):
+        self.browser.open(self.make(self.source("x.cs", b"x" * 60 + b"();")))
+        for query, regex, found in (
+            ("(x+x+)+y", True, "given up after 5 seconds"),
+            ("x|(x+x+)+y", True, "2 hits"),  # the file's name is one
+            ("x" * 50_000, True, "too large an expression"),
+            ("(" * 50_000, True, "not a regular expression"),
+            ("x" * 50_000, False, "0 hits"),
+            ("x y " * 12_500, False, "0 hits"),
+            ("x " * 25_000, False, "2 hits"),
+        ):
+            with self.subTest(query[:20]):
+                self.assertEqual(self.find(query, regex), found)
+
+    def test_a_click_goes_one_level_and_never_to_nothing(self):
+        browser = self.browser
+        browser.open(self.make(SAMPLES))
+        reached, named = set(), set()
+        for x, y in [(x, y) for x in (-300, -150, 60, 250) for y in (-180, -60, 60, 200)]:
+            browser.run("location.hash = ''")
+            self.wait_for("▤ samples")
+            browser.click("#map", x, y, press=False)
+            if place := re.search(r" · (\w+\.cs):(\d+) · ", browser.text("#here")):
+                named.add(place.groups())
+            browser.click("#map", x, y)
+            reached.add(browser.text("#name"))
+            for _ in range(6):
+                browser.click("#map", x, y)
+                self.assertGreater(len(self.list("#boxes")), 1)
+        self.assertLessEqual({"≡ Inventory.cs", "▤ shop"}, reached)
+        self.assertGreater(len(named), 8)
+        self.assertLessEqual(named, {(Path(row["file"]).name, str(row["line"])) for row in self.rows})
+
+    def test_labels_tell_neighbours_apart(self):
+        names = [f"CosmosQuery{middle}{end}Test" for middle in ("Simple", "Nested", "Grouped") for end in "ABCDEFGHIJKL"]
+        script = """window.labels = []; const { fillText } = CanvasRenderingContext2D.prototype;
+            CanvasRenderingContext2D.prototype.fillText = function (text) { labels.push(text); fillText.apply(this, arguments); };"""
+        made = self.browser.devtools("Page.addScriptToEvaluateOnNewDocument", source=script)
+        self.browser.open(self.make(self.sources(**{name: "a;" * 50 for name in names})))
+        self.browser.devtools("Page.removeScriptToEvaluateOnNewDocument", **made)
+        labels = [label for label in self.browser.value("labels") if label.endswith("Test")][-len(names):]
+        self.assertEqual(len(set(labels)), len(names), labels)
+
+    def test_lists_of_the_largest(self):
+        kinds = ("method", "constructor", "destructor", "operator", "conversion", "local")
+        measures = []
+        for row in filter(lambda row: row["declares"] in kinds, self.rows):
+            inside = [other for other in self.rows if other["file"] == row["file"] and row["id"] <= other["id"] <= row["last"]]
+            branches = sum(other["kind"] in ("logic", "loop") and other["name"] == "" for other in inside)
+            measures.append({"branches": branches, "nesting": nesting_of(inside), "lines": row["endLine"] - row["line"] + 1, "statements": len(inside)})
+        page = self.make(SAMPLES)
+        for by in measures[0]:
+            self.browser.open(f"{page}#list=functions&by={by}")
+            self.assertEqual(self.browser.text("#ranked"), f"{len(measures)} functions in samples")
+            cells = self.browser.run("return [...document.querySelectorAll('#ranks .' + arguments[0])].map((cell) => Number(cell.textContent))", by)
+            self.assertEqual(cells, sorted((measure[by] for measure in measures), reverse=True)[:len(cells)])
+        self.browser.click("#ranks .row")
+        self.browser.wait("document.getElementById('name').textContent[0] === 'ƒ'")
+        self.assertEqual(self.browser.text("#ranks [aria-selected=true] .statements"), str(max(measure["statements"] for measure in measures)))
+        self.browser.click("#trail li:first-child a")
+        self.wait_for("▤ samples")
+        self.browser.run("document.querySelector('[name=list]').click()")
+        self.browser.click("#facts button")
+        self.assertEqual(self.browser.value("location.hash"), "#list=functions")
+
+    def test_boxes_may_be_as_large_as_lines(self):
+        page = self.make(self.sources(busy="a;" * 90, long="a;\n" * 60))
+        for address, largest in (("", "busy.cs"), ("#size=lines", "long.cs")):
+            self.browser.open(page + address)
+            self.browser.run("document.getElementById('map').focus()")
+            self.browser.press("Down")
+            self.assertIn(largest, self.browser.text("#here"))
+
+    def test_files_that_lack_something_are_marked(self):
+        folder = self.sources(whole="class A { }", early="class D { }\n}\nint y;\n" + "a;" * 90,
+                              cut="class D { void F() {\n#if A\nif (a) {\n#else\nif (b) {\n#endif\n}\n}\n}")
+        self.browser.open(self.make(folder) + "#list=incomplete")
+        self.assertEqual(self.list("#ranks"), ["cut.cs", "early.cs"])
+        self.assertIn("1 file stopped early", self.browser.text("#counts"))
+        self.assertIn("closed file", self.browser.text("#legend"))
+        self.assertGreater(self.colours().get(STOPPED, 0), 20)
+
+    def test_the_title_is_the_path_given(self):
+        folder = self.sources(a="a;", b="b;")
+        for given, where, title in ((folder, "/", str(folder)), (folder.name, folder.parent, f"{folder.parent.name}/{folder.name}"), (".", folder, folder.name)):
+            self.browser.open(self.make(given, cwd=where))
+            self.assertEqual(self.browser.text("#title"), title)
+
+    def test_on_a_narrow_screen_what_was_found_is_seen(self):
+        self.browser.devtools("Emulation.setDeviceMetricsOverride", width=400, height=700, deviceScaleFactor=1, mobile=True)
+        self.browser.open(self.make(SAMPLES) + "#find=count")
+        third = self.browser.value("document.querySelectorAll('#hits .row')[2].getBoundingClientRect().bottom")
+        wide = self.browser.value("document.documentElement.scrollWidth")
+        self.browser.devtools("Emulation.clearDeviceMetricsOverride")
+        self.assertLess(third, 700)
+        self.assertLessEqual(wide, 400)
+
     def test_names_and_roles(self):
         self.browser.open(self.make(SAMPLES) + "#find=a")
         for selector, role in {"#map": "application", "#query": "searchbox", "#boxes": "tree", "#hits": "listbox",
@@ -211,7 +332,7 @@ class MapTest(unittest.TestCase):
         browser.open(page)
         self.assertEqual(browser.requests(), [page])
         self.assertEqual(browser.complaints(), [])
-        self.assertEqual(browser.value("document.title"), f"Map of {Path(self.folder.name).name}")
+        self.assertEqual(browser.value("document.title"), f"Map of {self.folder.name}")
         self.assertEqual(browser.value("document.scripts.length"), 1)
         self.assertEqual(self.list("#boxes"), [line.decode() for line in HOSTILE])
         self.assertEqual(browser.text("#name"), "≡ <img src=x onerror=alert(1)>'\"\\x1b[31m\ufffd\\u202e.cs")
@@ -280,7 +401,7 @@ class MapTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    PARSECS, SAMPLES = sys.argv[1:3]
+    PARSECS, SAMPLES = map(os.path.abspath, sys.argv[1:3])
     if installed() is None:
         print("skipped: chromium and chromedriver are not installed")
         sys.exit(SKIPPED)

@@ -6,7 +6,7 @@ namespace plugincs {
 
 namespace {
 
-constexpr std::uint32_t kFormat = 2;
+constexpr std::uint32_t kFormat = 3;
 constexpr std::uint32_t kDeclares = 32;  // more than there are roles
 
 void AppendNumber(std::uint32_t number, std::string& out) {
@@ -46,6 +46,12 @@ bool IsFrame(const Row& row) {
 }
 
 }  // namespace
+
+MapColumns::MapColumns(MapDetail detail, const MapSetting& setting)
+    : detail_(detail), hasBegins_(setting.link.find("{column}") != std::string::npos) {
+    AppendLine(setting.folder, about_);
+    AppendLine(setting.link, about_);
+}
 
 void MapColumns::Add(const FileRows& file) {
     const std::vector<Row>& rows = file.rows();
@@ -122,8 +128,10 @@ void MapColumns::Append(const MapRow& row, const MapRow* before) {
         row.branches,
         row.nesting,
         row.step,
+        static_cast<std::uint32_t>(row.row->begin.column),
     };
-    for (std::size_t i = 0; i < ColumnCount; ++i) AppendNumber(numbers[i], columns_[i]);
+    const std::size_t count = hasBegins_ ? ColumnCount : Begin;
+    for (std::size_t i = 0; i < count; ++i) AppendNumber(numbers[i], columns_[i]);
 }
 
 // Copies, and files that are alike, have the same texts one after another.
@@ -150,7 +158,7 @@ std::vector<std::string_view> MapColumns::Pieces() {
     std::vector<std::string_view> sections{fileRows_, fileLines_, fileStatements_, fileStops_,
                                            fileCuts_};
     sections.insert(sections.end(), columns_.begin(), columns_.end());
-    sections.insert(sections.end(), {paths_, texts_});
+    sections.insert(sections.end(), {about_, paths_, texts_});
 
     numbers_.clear();
     numbers_.reserve(sections.size() + 1);

@@ -7,7 +7,8 @@
 //   of the files: how many rows, the last line, the statements that no row on the map counts, the
 //     line at which the parse stopped or 0, and that of the first #if of which a branch is left out
 //   of the rows: the columns of MapColumns::Column
-//   the paths, then the texts, each ended by a line feed
+//   the folder that the program ran in and the template of links; the paths; the texts; each ended
+//     by a line feed
 //
 // A line feed within a text is written as a carriage return: of those there are none by now.
 #pragma once
@@ -31,9 +32,15 @@ enum class MapDetail : std::uint8_t {
     Definitions,  ///< What declares something and holds others, with the numbers of all below it.
 };
 
+/// What the page has to know beside the sources.
+struct MapSetting {
+    std::string folder;  ///< The name of the one that paths begin from.
+    std::string link;    ///< The template of links to places; empty for none.
+};
+
 class MapColumns {
   public:
-    explicit MapColumns(MapDetail detail) : detail_(detail) {}
+    MapColumns(MapDetail detail, const MapSetting& setting);
 
     void Add(const FileRows& file);
 
@@ -57,6 +64,7 @@ class MapColumns {
         Branches,    ///< Of these, those that branch or loop.
         Nesting,     ///< How deep those branches lie in one another.
         Step,        ///< Branches between the row above it on the map and what lies in it.
+        Begin,       ///< The column of its first byte; left out where links do not tell it.
         ColumnCount
     };
     struct MapRow {
@@ -77,6 +85,8 @@ class MapColumns {
     std::uint32_t TextCode(std::string_view text, Followers& followers);
 
     MapDetail detail_;
+    bool hasBegins_;
+    std::string about_;
     std::size_t files_ = 0;
     std::size_t rows_ = 0;
     std::size_t rowsRead_ = 0;

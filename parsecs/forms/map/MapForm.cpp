@@ -1,5 +1,7 @@
 #include "parsecs/forms/map/MapForm.h"
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "parsecs/form/SourceRows.h"
@@ -13,6 +15,12 @@ namespace {
 // Beyond either a page takes long to load and much memory to keep.
 constexpr std::size_t kMostFiles = 10'000;
 constexpr std::size_t kMostRows = 3'000'000;
+
+// Nothing where it is gone: the page then does without.
+std::string FolderName() {
+    std::error_code error;
+    return std::filesystem::current_path(error).filename().string();
+}
 
 struct RowsPiece : Piece {
     explicit RowsPiece(ReadSource source)
@@ -50,7 +58,7 @@ constinit const FormKind kMapForm{
     .help = "A map to look at and to search: FILE is one page for a browser.",
     .suffix = "",
     .make = [](const Options& options, const Inputs& /*inputs*/) -> std::unique_ptr<Form> {
-        return std::make_unique<MapForm>(options.output);
+        return std::make_unique<MapForm>(options.output, MapSetting{FolderName(), {}});
     },
 };
 

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "parsecs/form/FormKind.h"
 #include "parsecs/forms/map/MapColumns.h"
@@ -12,7 +13,10 @@ namespace plugincs {
 class MapForm : public Form {
   public:
     /// The page becomes the file `output`.
-    explicit MapForm(std::string output) : output_(std::move(output)) {}
+    MapForm(std::string output, const MapSetting& setting)
+        : output_(std::move(output)),
+          definitions_(MapDetail::Definitions, setting),
+          statements_(std::in_place, MapDetail::Statements, setting) {}
 
     MadeFile Make(ReadSource source) const override;
     void Take(const FoundFile& file, Piece& piece) override;
@@ -20,9 +24,9 @@ class MapForm : public Form {
 
   private:
     std::string output_;
-    MapColumns definitions_{MapDetail::Definitions};
+    MapColumns definitions_;
     /// Nothing once there are more than a browser shows at ease.
-    std::optional<MapColumns> statements_{MapDetail::Statements};
+    std::optional<MapColumns> statements_;
 };
 
 extern const FormKind kMapForm;

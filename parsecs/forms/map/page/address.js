@@ -1,7 +1,18 @@
-// The place in the page's address: which box is zoomed to, which row is chosen, the colour and the
-// search. A node is told by its file and its place in it, so that it outlives changes elsewhere.
+// The place in the page's address: which box is zoomed to, which row is chosen, what was chosen of
+// the page, and the search. A node is told by its file and its place in it, so that it outlives
+// changes elsewhere.
 
-function addressOf(tree, { root, chosen, colour, query, regex }) {
+/** What can be chosen by controls of these names; the first is not in the address. */
+const CHOICES = {
+  size: ["statements", "lines"],
+  colour: ["kind", "nesting", "branches"],
+  list: ["contents", "functions", "files", "incomplete"],
+  by: ["branches", "nesting", "lines", "statements", "name"],
+  order: ["definitions", "alone", "source"],
+};
+
+function addressOf(tree, state) {
+  const { root, chosen, query, regex } = state;
   const place = new URLSearchParams();
   const file = tree.fileOf(root);
   if (root !== findPlace(tree, null) || chosen >= 0) {
@@ -9,7 +20,9 @@ function addressOf(tree, { root, chosen, colour, query, regex }) {
     if (file >= 0 && file !== root) place.set("box", root - file);
     if (file >= 0 && chosen > file && chosen < tree.end[file]) place.set("row", chosen - file);
   }
-  if (colour !== "kind") place.set("colour", colour);
+  for (const [name, values] of Object.entries(CHOICES)) {
+    if (state[name] !== values[0]) place.set(name, state[name]);
+  }
   if (query !== "") place.set("find", query);
   if (regex) place.set("regex", "1");
   return `#${place}`;
@@ -18,7 +31,6 @@ function addressOf(tree, { root, chosen, colour, query, regex }) {
 /** The state that an address tells; what it does not know is left as it is at the beginning. */
 function stateOf(tree, address) {
   const place = new URLSearchParams(address.slice(1));
-  const colour = place.get("colour");
   const at = findPlace(tree, place.get("at"));
   const within = (name) => {
     const offset = Number.parseInt(place.get(name), 10);
@@ -28,7 +40,7 @@ function stateOf(tree, address) {
   return {
     root: box >= 0 ? box : at,
     chosen: within("row"),
-    colour: Object.hasOwn(STEPS, colour) ? colour : "kind",
+    ...Object.fromEntries(Object.entries(CHOICES).map(([name, values]) => [name, values.find((value) => value === place.get(name)) ?? values[0]])),
     query: place.get("find") ?? "",
     regex: place.get("regex") === "1",
   };

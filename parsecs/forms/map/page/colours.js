@@ -4,7 +4,8 @@ const STEPS = {
   nesting: { from: [0, 1, 2, 3, 4, 5], name: "Loops and branches in one another" },
   branches: { from: [0, 1, 3, 6, 11, 21], name: "Loops and branches in a function" },
 };
-const LEGEND = ["type", "function", "variable", "branch", "loop", "call", "statement", "define", "error"];
+const LEGEND = ["type", "function", "variable", "branch", "loop", "call", "statement", "block", "define", "error", "file", "folder"];
+const SAID = { file: "closed file", folder: "closed folder" };
 
 class Colours {
   constructor() {
@@ -18,7 +19,7 @@ class Colours {
     const colour = (name) => style.getPropertyValue(`--${name}`).trim();
     this.roles = ROLES.map(colour);
     this.steps = STEPS.nesting.from.map((_, i) => colour(`step-${i}`));
-    [this.ground, this.ink, this.lit] = ["ground", "ink", "lit"].map(colour);
+    [this.ground, this.ink, this.lit, this.stop, this.cut] = ["ground", "ink", "lit", "stop", "cut"].map(colour);
     this.open = this.roles.map((role) => mix(role, this.ground, 0.22));
   }
 
@@ -39,18 +40,19 @@ class Colours {
     return 0.2126 * r + 0.7152 * g + 0.0722 * b > 0.2 ? "#000000" : "#ffffff";
   }
 
-  showLegend(list) {
-    const entries = this.by === "kind"
-      ? LEGEND.map((name) => [this.roles[ROLE[name.toUpperCase()]], `${MARKS[ROLE[name.toUpperCase()]]} ${name}`])
+  showLegend(list, tree) {
+    const title = element("li", "", this.by === "kind" ? "Kinds:" : `${STEPS[this.by].name}:`);
+    const lacks = new Set(tree.incomplete.length > 0 ? Array.from(tree.incomplete, (file) => tree.lackIn(file)) : []);
+    const items = this.by === "kind"
+      ? LEGEND.map((name) => [this.roles[ROLE[name.toUpperCase()]], `${MARKS[ROLE[name.toUpperCase()]]} ${SAID[name] ?? name}`])
       : this.steps.map((colour, i) => [colour, this.rangeOf(i)]);
-    const title = document.createElement("li");
-    title.textContent = this.by === "kind" ? "Kinds:" : `${STEPS[this.by].name}:`;
-    list.replaceChildren(title, ...entries.map(([colour, name]) => {
-      const item = document.createElement("li");
-      const swatch = item.appendChild(document.createElement("span"));
-      swatch.className = "swatch";
+    if (lacks.has("stop")) items.push([this.stop, "file that stopped early", "corner"]);
+    if (lacks.has("cut")) items.push([this.cut, "file without a branch of #if", "corner"]);
+    list.replaceChildren(title, ...items.map(([colour, text, shape]) => {
+      const item = element("li", "");
+      const swatch = item.appendChild(element("span", `swatch ${shape ?? ""}`));
       swatch.style.backgroundColor = colour;
-      item.append(name);
+      item.append(text);
       return item;
     }));
   }

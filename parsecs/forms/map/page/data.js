@@ -1,7 +1,7 @@
 // Reads the data that the page holds: deflated sections of numbers and texts, as base64.
 
-const FORMAT = 2;
-const COLUMNS = ["up", "what", "line", "span", "text", "name", "statements", "branches", "nesting", "step"];
+const FORMAT = 3;
+const COLUMNS = ["up", "what", "line", "span", "text", "name", "statements", "branches", "nesting", "step", "column"];
 
 function bytesOfBase64(text) {
   if (Uint8Array.fromBase64) return Uint8Array.fromBase64(text);
@@ -64,6 +64,9 @@ async function readData(element) {
   for (const name of ["fileRows", "fileLines", "fileStatements", "fileStops", "fileCuts", ...COLUMNS]) {
     data[name] = new NumberReader(reader.nextSection());
   }
+  const about = new Texts(reader.nextSection(), 2);
+  data.folder = about.get(0);
+  data.link = about.get(1);
   data.paths = new Texts(reader.nextSection(), data.files);
   data.texts = new Texts(reader.nextSection(), data.texts);
   return data;

@@ -5,10 +5,12 @@ const INDENT = 12; // pixels a level
 const MOST_SHOWN = 20_000; // letters of a whole text; a line of a million takes seconds to lay out
 
 class Detail {
-  /** `choose` is called with a node, `open` with one that shall be zoomed to. */
-  constructor(tree, { choose, open }) {
-    this.tree = tree;
-    this.nodes = new Int32Array(0);
+  /**
+   * `choose` is called with a node, `open` with one that shall be zoomed to, `rank` for the functions
+   * with the most branches.
+   */
+  constructor(tree, links, { choose, open, rank }) {
+    Object.assign(this, { tree, links, rank, nodes: new Int32Array(0) });
     this.list = new VirtualList(document.getElementById("boxes"), {
       draw: (i) => this.draw(i),
       choose: (i) => {
@@ -25,18 +27,27 @@ class Detail {
     onClick("copy-text", () => this.indented());
   }
 
-  show(root, chosen) {
+  show(root, chosen, size) {
     const { tree } = this;
-    if (root !== this.root) {
-      this.root = root;
+    if (root !== this.root || size !== this.size) {
+      [this.root, this.size] = [root, size];
       this.nodes = nodesToList(tree, root);
       this.list.setCount(this.nodes.length);
     }
     const mark = MARKS[tree.role[root]];
     document.getElementById("name").textContent = `${mark} ${tree.label(root)}`;
-    document.getElementById("facts").textContent = factsOf(tree, root).join(" · ");
+    document.getElementById("facts").replaceChildren(...factsOf(tree, root).flatMap((fact, i) => [i > 0 ? " · " : "", this.followed(fact)]));
     this.showText(chosen >= 0 ? chosen : tree.isPlace(root) ? -1 : root);
     if (chosen >= 0) this.list.moveTo(this.nodes.indexOf(chosen));
+  }
+
+  /** The one fact that asks for a list is a button. */
+  followed(fact) {
+    if (fact !== mostBranches(this.tree, this.root)) return fact;
+    const button = element("button", "", fact);
+    button.type = "button";
+    button.addEventListener("click", this.rank);
+    return button;
   }
 
   showText(node) {
@@ -45,7 +56,14 @@ class Detail {
     const whole = text.hidden ? "" : this.tree.wholeText(node);
     text.textContent = visible(whole.slice(0, MOST_SHOWN));
     if (whole.length > MOST_SHOWN) text.append(`… (${counted(whole.length, "letter")} in all)`);
-    document.getElementById("path").textContent = placeOf(this.tree, node >= 0 ? node : this.root);
+    const place = node >= 0 ? node : this.root;
+    document.getElementById("path").textContent = placeOf(this.tree, place);
+    const link = document.getElementById("open");
+    const opener = this.links.element(place, "button", "Open");
+    opener.hidden = opener.href === undefined;
+    opener.removeAttribute("tabindex");
+    opener.id = "open";
+    link.replaceWith(opener);
   }
 
   /** All rows as text. */
@@ -65,22 +83,22 @@ class Detail {
     row.setAttribute("role", "treeitem");
     const depth = tree.depth[node] - tree.depth[this.root];
     row.setAttribute("aria-level", depth);
-    row.append(element("span", "line", this.numberOf(node)));
+    const number = this.numberOf(node);
+    row.append(tree.isPlace(node) ? element("span", "line", number) : this.links.element(node, "line", number));
     const indent = this.addBoxes(row, i, depth);
     const content = row.appendChild(element("span", `content is-${ROLES[tree.role[node]]}`));
     content.style.marginLeft = `${indent}px`;
-    const mark = content.appendChild(element("span", "mark", MARKS[tree.role[node]]));
-    mark.setAttribute("role", "img");
-    mark.setAttribute("aria-label", ROLES[tree.role[node]]);
+    content.append(markOf(tree, node));
     if (depth > MOST_BOXES) content.append(element("span", "depth", `level ${depth}`));
     content.append(element("span", "text", this.textOf(node)));
+    if (tree.role[node] === ROLE.FILE) row.append(...lacksOf(tree, node));
     return row;
   }
 
-  /** Its line, or of a folder or a file how many statements it has. */
+  /** Its line, or of a folder or a file how large it is. */
   numberOf(node) {
     const { tree } = this;
-    if (tree.isPlace(node)) return tree.size[node].toLocaleString("en");
+    if (tree.isPlace(node)) return tree.weight[node].toLocaleString("en");
     return tree.line[node] > 0 ? tree.line[node] : "";
   }
 
@@ -133,6 +151,14 @@ function element(name, className, text = "") {
   return made;
 }
 
+/** The mark of what it is, with the word for who cannot see it. */
+function markOf(tree, node) {
+  const mark = element("span", "mark", MARKS[tree.role[node]]);
+  mark.setAttribute("role", "img");
+  mark.setAttribute("aria-label", ROLES[tree.role[node]]);
+  return mark;
+}
+
 /** All below a file or what lies in one; of a folder only the folders and files. */
 function nodesToList(tree, root) {
   const { role, end } = tree;
@@ -150,15 +176,16 @@ function factsOf(tree, node) {
   const { [node]: first } = tree.line;
   const { [node]: last } = tree.lastLine;
   if (first > 0) facts.push(first === last ? `line ${first}` : `lines ${first} to ${last}`);
-  else if (last > 0) facts.push(counted(last, "line"));
+  else facts.push(counted(tree.lines[node], "line"));
   facts.push(counted(tree.size[node], "statement"));
-  if (holdsFunctions(tree.role[node])) facts.push(`at most ${counted(tree.branches[node], "branch", "branches")} in a function`);
+  if (holdsFunctions(tree.role[node])) facts.push(mostBranches(tree, node));
   else facts.push(counted(tree.branches[node], "branch", "branches"));
   facts.push(`nesting ${tree.nesting[node]}`);
-  if (tree.stops.has(node)) facts.push(`stopped early at line ${tree.stops.get(node)}: braces do not match`);
-  if (tree.cuts.has(node)) facts.push(`one branch of the #if at line ${tree.cuts.get(node)} is left out`);
+  facts.push(...tree.lacksOf(node));
   return facts;
 }
+
+const mostBranches = (tree, node) => `at most ${counted(tree.branches[node], "branch", "branches")} in a function`;
 
 /** Path and line, as editors take them. */
 function placeOf(tree, node) {

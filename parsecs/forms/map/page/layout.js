@@ -5,12 +5,12 @@ const LEAST = 3; // a box with a shorter side is not drawn
 
 /**
  * The boxes below a node, parents before what lies in them. A box is { node, shown, label, parent,
- * x, y, w, h, head, open, rest }: `shown` is the innermost of folders, or of namespaces and types,
+ * x, y, w, h, head, open, rest, first, count }: `shown` is the innermost of folders, or of namespaces and types,
  * that hold nothing but one another; `rest` has the nodes of a box that stands for the smallest in
- * its parent, and is null for all others. Boxes of a role in `closed` show nothing inside.
+ * its parent, and is null for all others; `first` and `count` tell which boxes lie right in it. Boxes of a role in `closed` show nothing inside.
  */
 function layOut(tree, root, width, height, closed) {
-  const boxes = [{ node: root, shown: root, parent: -1, x: 0, y: 0, w: width, h: height, head: 0, open: false, rest: null }];
+  const boxes = [{ node: root, shown: root, parent: -1, x: 0, y: 0, w: width, h: height, head: 0, open: false, rest: null, first: 0, count: 0 }];
   for (let i = 0; i < boxes.length; ++i) {
     if (i === 0 || !closed.includes(tree.role[boxes[i].shown])) openBox(tree, boxes, i);
   }
@@ -24,24 +24,25 @@ function openBox(tree, boxes, i) {
   const head = box.parent >= 0 && box.w > 40 && box.h > HEAD * 2 ? HEAD : 0;
   const inner = { x: box.x + gap, y: box.y + gap + head, w: box.w - 2 * gap, h: box.h - 2 * gap - head };
   if (inner.w < 2 * LEAST || inner.h < 2 * LEAST) return;
-  const children = bySize(tree, box.shown);
-  const sizes = children.map((node) => Math.max(1, tree.size[node]));
+  box.first = boxes.length;
+  const children = largestFirst(tree.children(box.shown), tree.weight);
+  const sizes = children.map((node) => Math.max(1, tree.weight[node]));
   squarify(sizes, inner, (at, x, y, w, h, rest) => {
     if (rest && at === 0) return; // nothing in it would be seen: it stays closed
     [box.open, box.head] = [true, head];
+    ++box.count;
     const shown = innermost(tree, children[at]);
-    boxes.push({ node: children[at], shown, parent: i, x, y, w, h, head: 0, open: false, rest: rest ? children.slice(at) : null });
+    boxes.push({ node: children[at], shown, parent: i, x, y, w, h, head: 0, open: false, rest: rest ? children.slice(at) : null, first: 0, count: 0 });
   });
 }
 
 /** The largest first; of equal ones the first in the source. */
-function bySize(tree, node) {
-  const children = tree.children(node);
+function largestFirst(nodes, measure) {
   // A number sorts faster than two are compared, and holds both exactly.
-  const keys = Float64Array.from(children, (child, i) => tree.size[child] * 2 ** 22 - i).sort();
-  const sorted = new Array(children.length);
+  const keys = Float64Array.from(nodes, (node, i) => measure[node] * 2 ** 22 - i).sort();
+  const sorted = new Array(nodes.length);
   keys.forEach((key, i) => {
-    sorted[children.length - 1 - i] = children[Math.ceil(key / 2 ** 22) * 2 ** 22 - key];
+    sorted[nodes.length - 1 - i] = nodes[Math.ceil(key / 2 ** 22) * 2 ** 22 - key];
   });
   return sorted;
 }

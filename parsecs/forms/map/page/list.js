@@ -91,8 +91,8 @@ class VirtualList {
 
   onClick(event, act) {
     const row = event.target.closest("[data-row]");
-    // A click that ends a selection of text is none.
-    if (row === null || (act === this.choose && !getSelection().isCollapsed)) return;
+    // A click on a link is the link's; one that ends a selection of text is none.
+    if (row === null || event.target.closest("a") !== null || (act === this.choose && !getSelection().isCollapsed)) return;
     this.at = Number(row.dataset.row);
     this.refresh();
     act(this.at);

@@ -1,5 +1,6 @@
 // Puts the page together: one state, in the address, from which everything is shown.
 
+const LEAST_INSIDE = 3; // nodes; a map of fewer is blank
 const MOST_STEPS = 9; // of the trail; there may be a hundred thousand
 const byId = (id) => document.getElementById(id);
 
@@ -7,19 +8,23 @@ class Page {
   constructor(tree) {
     this.tree = tree;
     this.colours = new Colours();
-    this.state = { root: -1, chosen: -1, colour: "", query: "", regex: false };
-    this.hits = null;
+    this.state = { root: -1, chosen: -1, query: "", regex: false };
+    const links = new Links(tree);
     this.map = new MapView(tree, this.colours, {
       canvas: byId("map"),
       cursor: byId("cursor"),
+      spot: byId("spot"),
       open: (node) => this.zoomTo(node),
-      point: (node) => this.tell(node),
+      point: (node, count) => this.tell(node, count),
     });
-    this.detail = new Detail(tree, {
+    this.detail = new Detail(tree, links, {
       choose: (node) => this.go({ chosen: node }, false),
       open: (node) => this.zoomTo(node),
+      rank: () => this.go({ list: "functions", by: "branches" }, false),
     });
-    this.results = new Results(tree, { choose: (node) => this.zoomTo(node) });
+    this.results = new Results(tree, links, { choose: (node) => this.zoomTo(node) });
+    this.ranks = new Ranks(tree, links, { choose: (node) => this.zoomTo(node) });
+    this.search = new Search(tree, (hits, word, late) => this.showHits(hits, word, late));
     this.listen();
   }
 
@@ -29,12 +34,14 @@ class Page {
     query.addEventListener("keydown", (event) => this.onSearchKey(event));
     byId("search").addEventListener("submit", (event) => event.preventDefault());
     byId("regex").addEventListener("change", (event) => this.go({ regex: event.target.checked }, false));
-    byId("colour").addEventListener("change", (event) => this.go({ colour: event.target.value }, false));
+    document.addEventListener("change", ({ target }) => {
+      if (Object.hasOwn(CHOICES, target.name)) this.go({ [target.name]: target.value }, false);
+    });
     document.addEventListener("keydown", (event) => this.onKey(event));
     window.addEventListener("hashchange", () => this.show(stateOf(this.tree, location.hash)));
     matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () => {
       this.colours.read();
-      this.colours.showLegend(byId("legend"));
+      this.colours.showLegend(byId("legend"), this.tree);
       this.map.draw();
     });
     new ResizeObserver(() => this.resize()).observe(byId("stage"));
@@ -42,8 +49,7 @@ class Page {
 
   resize() {
     this.map.refit();
-    this.detail.list.refresh();
-    this.results.list.refresh();
+    for (const { list } of [this.detail, this.results, this.ranks]) list.refresh();
   }
 
   /** Changes the state; `step` is whether the browser's way back leads to the one before. */
@@ -55,10 +61,11 @@ class Page {
     this.show(state);
   }
 
-  /** Zooms to a node, or to the one that it lies in if there is nothing in it, and chooses it. */
+  /** Zooms to a node; one that has next to nothing in it is chosen where it lies. */
   zoomTo(node) {
     const { tree } = this;
-    const root = tree.hasChildren(node) || tree.isPlace(node) ? node : tree.parent[node];
+    const least = tree.isPlace(node) ? 1 : LEAST_INSIDE;
+    const root = tree.end[node] - node > least ? node : tree.parent[node];
     this.go({ root, chosen: root === node ? -1 : node });
   }
 
@@ -71,37 +78,59 @@ class Page {
   show(state) {
     const before = this.state;
     this.state = state;
-    const searched = state.query !== before.query || state.regex !== before.regex;
-    if (searched) this.search();
+    const changed = (...names) => names.some((name) => state[name] !== before[name]);
+    this.showChoices();
+    this.tree.weighBy(state.size);
     this.colours.by = state.colour;
-    if (state.colour !== before.colour) this.colours.showLegend(byId("legend"));
-    if (state.root !== before.root || state.colour !== before.colour) this.map.show(state.root);
+    // What may change the height of the map comes before it.
+    if (changed("colour")) this.colours.showLegend(byId("legend"), this.tree);
+    if (changed("root", "query", "regex", ...Object.keys(CHOICES))) this.showTrail();
+    const searched = changed("query", "regex", "order");
+    if (searched) this.startSearch();
+    if (changed("root", "colour", "size")) this.map.show(state.root);
     else if (searched) this.map.draw();
-    if (state.root !== before.root) this.showTrail();
-    if (state.root !== before.root || state.chosen !== before.chosen) this.detail.show(state.root, state.chosen);
-    if (byId("query").value !== state.query) byId("query").value = state.query;
-    byId("regex").checked = state.regex;
-    byId("colour").value = state.colour;
+    if (changed("root", "chosen", "size")) this.detail.show(state.root, state.chosen, state.size);
+    if (changed("root", "list", "by")) this.showList();
   }
 
-  search() {
-    const { query, regex } = this.state;
-    const found = byId("found");
-    const started = performance.now();
-    this.hits = null;
-    found.textContent = "";
-    if (query.trim() !== "") {
-      try {
-        this.hits = new Hits(this.tree, new Query(query, regex));
-        found.textContent = counted(this.hits.nodes.length, "hit");
-      } catch (error) {
-        if (!(error instanceof SyntaxError)) throw error;
-        found.textContent = "not a regular expression";
+  /** All controls as the state has them. */
+  showChoices() {
+    const { state } = this;
+    if (byId("query").value !== state.query) byId("query").value = state.query;
+    byId("regex").checked = state.regex;
+    for (const name of Object.keys(CHOICES)) {
+      for (const control of document.getElementsByName(name)) {
+        if (control.type === "radio") control.checked = control.value === state[name];
+        else control.value = state[name];
       }
     }
-    this.map.hits = this.hits;
-    document.documentElement.dataset.searched = performance.now() - started;
-    this.results.show(this.hits, this.state.root);
+  }
+
+  /** One of the lists of what is zoomed to. */
+  showList() {
+    const { list, by, root } = this.state;
+    const contents = list === "contents";
+    byId("boxes").hidden = !contents;
+    byId("ranking").hidden = contents;
+    byId("measures").hidden = list === "incomplete";
+    if (contents) this.detail.list.refresh();
+    else this.ranks.show(root, list, by);
+    byId("ranking").dataset.by = by;
+    byId("ranked").hidden = contents;
+  }
+
+  startSearch() {
+    delete document.documentElement.dataset.searched;
+    this.started = performance.now();
+    this.search.for(this.state);
+  }
+
+  /** What comes late finds the map drawn. */
+  showHits(hits, word, late) {
+    this.map.hits = hits;
+    if (late) this.map.draw();
+    this.results.show(hits, word, this.state.root);
+    if (!this.search.isRunning) document.documentElement.dataset.searched = performance.now() - this.started;
   }
 
   showTrail() {
@@ -121,17 +150,23 @@ class Page {
     byId("map").setAttribute("aria-label", `Map of ${tree.label(this.state.root).slice(0, 200)}`);
   }
 
-  /** Says what is under the cursor. */
-  tell(node) {
+  /** Says what is under the cursor: one node, or the first of several. */
+  tell(node, count) {
     const { tree } = this;
     const shown = node >= 0 ? node : this.state.root;
-    byId("here").textContent = `${tree.label(shown).slice(0, 200)}: ${factsOf(tree, shown).join(" · ")}`;
+    const label = tree.isPlace(shown) ? placeOf(tree, shown) : tree.label(shown).slice(0, 200);
+    const facts = [`${MARKS[tree.role[shown]]} ${label}`, ...factsOf(tree, shown)];
+    if (count > 1) facts[0] += ` and ${(count - 1).toLocaleString("en")} more`;
+    if (!tree.isPlace(shown)) facts.splice(1, 0, `${tree.label(tree.fileOf(shown))}:${tree.line[shown]}`);
+    byId("here").textContent = facts.join(" · ");
   }
 
   onKey(event) {
     const typing = event.target.matches("input[type=search], select");
+    if (event.ctrlKey || event.altKey || event.metaKey) return;
     if (event.key === "Escape" && !typing) this.back();
     else if (event.key === "/" && !typing) byId("query").focus();
+    else if (event.key === "o" && !typing && !byId("open").hidden) byId("open").click();
     else return;
     event.preventDefault();
   }
@@ -150,11 +185,17 @@ class Page {
   showCounts() {
     const { tree } = this;
     const { counts } = tree;
-    const title = tree.label(0);
+    const title = oneLine(tree.title);
     document.title = `Map of ${title}`;
     byId("title").textContent = title;
+    byId("open-key").hidden = tree.data.link === "";
     const facts = [counted(counts[ROLE.FILE], "file"), counted(counts[ROLE.FUNCTION], "function"), counted(tree.size[0], "statement")];
     if (!tree.data.definitionsOnly) facts.push(counted(counts[ROLE.BRANCH], "branch", "branches"), counted(counts[ROLE.LOOP], "loop"));
+    const lacking = tree.incomplete.length;
+    byId("lacking").hidden = lacking === 0;
+    byId("lacking-count").textContent = `Incomplete (${lacking.toLocaleString("en")})`;
+    const stopped = tree.stops.size;
+    if (stopped > 0) facts.push(`${counted(stopped, "file")} stopped early`);
     byId("counts").textContent = facts.join(" · ");
     const notice = byId("notice");
     notice.hidden = !tree.data.definitionsOnly;
@@ -172,6 +213,7 @@ async function start() {
   setTimeout(() => [tree.texts, tree.places].forEach((texts) => texts.join()), 100);
 }
 
-start().catch((error) => {
+if (globalThis.document === undefined) answerSearches();
+else start().catch((error) => {
   byId("counts").textContent = `This page cannot be shown: ${error.message}`;
 });

@@ -5,16 +5,19 @@ const LETTER = 5.8; // about the width of a letter
 const LESS = 0.16; // how much is seen of a box without a hit, while there is a search
 
 class MapView {
-  /** `open` is called with a node that shall be zoomed to, `point` with the one under the cursor. */
-  constructor(tree, colours, { canvas, cursor, open, point }) {
-    Object.assign(this, { tree, colours, canvas, cursor, open, point });
+  /**
+   * `open` is called with a node that shall be zoomed to, `point` with the one under the cursor, and
+   * how many of the smallest beside it share its box.
+   */
+  constructor(tree, colours, { canvas, cursor, spot, open, point }) {
+    Object.assign(this, { tree, colours, canvas, cursor, spot, open, point });
     this.context = canvas.getContext("2d");
     this.root = 0;
     this.hits = null;
-    this.at = -1; // the box with the cursor
-    canvas.addEventListener("pointermove", (event) => this.moveTo(this.boxAt(event.offsetX, event.offsetY)));
+    this.at = -1; // the box with the cursor, which is what a click opens
+    canvas.addEventListener("pointermove", ({ offsetX: x, offsetY: y }) => this.moveTo(this.targetAt(x, y), this.boxAt(x, y)));
     canvas.addEventListener("pointerleave", () => this.moveTo(-1));
-    canvas.addEventListener("click", (event) => this.openBox(this.boxAt(event.offsetX, event.offsetY)));
+    canvas.addEventListener("click", ({ offsetX: x, offsetY: y }) => this.openBox(this.targetAt(x, y)));
     canvas.addEventListener("keydown", (event) => this.onKey(event));
   }
 
@@ -50,7 +53,7 @@ class MapView {
     for (const box of this.boxes) {
       if (box.open) this.drawOpen(box);
       else this.drawClosed(box);
-      this.markIncomplete(box);
+      this.markLack(box);
     }
   }
 
@@ -80,32 +83,48 @@ class MapView {
     context.fillStyle = lit ? colours.lit : colour;
     const seam = box.w > 2.5 && box.h > 2.5 ? 1 : 0.4;
     context.fillRect(box.x, box.y, box.w - seam, box.h - seam);
-    if (box.rest === null && box.w > 24 && box.h > 13) this.write(box, colours.inkOn(lit ? colours.lit : colour), Math.min(box.h / 2, 9));
+    if (hasLabel(box)) this.write(box, colours.inkOn(lit ? colours.lit : colour), Math.min(box.h / 2, 9));
     context.globalAlpha = 1;
   }
 
-  /** A corner in the colour of errors of a file of which a part is missing. */
-  markIncomplete(box) {
-    if (!this.tree.isIncomplete(box.shown) || box.rest !== null) return;
-    const { context, colours } = this;
-    const side = Math.min(14, box.w, box.h);
-    context.fillStyle = colours.roles[ROLE.ERROR];
+  /** A corner for what is missing in a file: on the file, or on a closed box that holds it. */
+  markLack(box) {
+    const { context, colours, tree } = this;
+    if (box.open && tree.role[box.shown] !== ROLE.FILE) return;
+    const lacks = (box.rest ?? [box.shown]).map((node) => tree.lackIn(node));
+    const stop = lacks.includes("stop");
+    if (!stop && !lacks.includes("cut")) return;
+    const side = Math.min(stop ? 14 : 9, box.w - 1, box.h - 1);
+    context.fillStyle = stop ? colours.stop : colours.cut;
+    context.strokeStyle = colours.ground;
     context.beginPath();
     context.moveTo(box.x + box.w - 1, box.y);
     context.lineTo(box.x + box.w - 1 - side, box.y);
     context.lineTo(box.x + box.w - 1, box.y + side);
+    context.closePath();
+    context.stroke();
     context.fill();
   }
 
   write(box, ink, down) {
     const letters = Math.floor((box.w - 8) / LETTER);
-    const text = this.labelOf(box);
     this.context.fillStyle = ink;
-    this.context.fillText(text.length > letters ? `${text.slice(0, letters - 1)}…` : text, box.x + 4, box.y + down, box.w - 6);
+    const whole = this.labelOf(box);
+    if (box.rest !== null && whole.length > letters) return; // a number must be whole
+    const label = whole.length > letters ? whole.replace(/\.cs$/, "") : whole;
+    const shared = box.parent < 0 ? "" : this.sharedIn(this.boxes[box.parent]);
+    this.context.fillText(shorten(label, letters, shared), box.x + 4, box.y + down, box.w - 6);
+  }
+
+  /** What the labels in a box have in common. */
+  sharedIn(box) {
+    const inside = () => this.boxes.slice(box.first, box.first + box.count).filter((inner) => inner.head > 0 || hasLabel(inner));
+    return (box.shared ??= sharedStart(inside().map((inner) => this.labelOf(inner))));
   }
 
   /** Folders that hold nothing but one another share a box; of types the innermost is told. */
   labelOf(box) {
+    if (box.rest !== null) return `${box.rest.length.toLocaleString("en")} more`;
     let label = this.tree.label(box.shown);
     if (!this.tree.isPlace(box.node)) return label;
     for (let node = box.shown; node !== box.node; ) {
@@ -120,22 +139,26 @@ class MapView {
     return this.boxes.findLastIndex((box) => x >= box.x && y >= box.y && x < box.x + box.w && y < box.y + box.h);
   }
 
-  moveTo(at) {
-    if (this.at === at) return;
-    this.at = at;
-    const box = this.boxes[at];
-    this.cursor.hidden = at < 1;
-    if (at >= 1) {
-      const { style } = this.cursor;
-      [style.left, style.top, style.width, style.height] = [box.x, box.y, box.w, box.h].map((length) => `${length}px`);
-    }
-    this.point(at < 0 ? -1 : box.rest === null ? box.shown : this.tree.parent[box.node]);
+  /** One level down, or all of the box whose label is there. */
+  targetAt(x, y) {
+    let at = this.boxAt(x, y);
+    if (at > 0 && this.boxes[at].head > 0 && y < this.boxes[at].y + HEAD) return at;
+    while (at > 0 && this.boxes[at].parent > 0) at = this.boxes[at].parent;
+    return at;
+  }
+
+  /** Puts the cursor on a box, and tells of one in it. */
+  moveTo(at, told = at) {
+    if (this.at === at && this.told === told) return;
+    [this.at, this.told] = [at, told];
+    frame(this.cursor, at < 1 ? undefined : this.boxes[at]);
+    frame(this.spot, told === at ? undefined : this.boxes[told]);
+    const inner = this.boxes[told];
+    this.point(inner?.shown ?? -1, inner?.rest?.length ?? 1);
   }
 
   openBox(at) {
-    if (at < 0) return;
-    const box = this.boxes[at];
-    this.open(box.rest === null ? box.shown : this.boxes[box.parent].shown);
+    if (at > 0) this.open(this.boxes[at].shown);
   }
 
   onKey(event) {
@@ -161,4 +184,16 @@ class MapView {
     const next = this.boxes[this.at + by];
     if (next !== undefined && next.parent === this.boxes[this.at].parent) this.moveTo(this.at + by);
   }
+}
+
+function hasLabel(box) {
+  return !box.open && box.w > 24 && box.h > 13;
+}
+
+/** Puts an element where a box is; hides it without one. */
+function frame(element, box) {
+  element.hidden = box === undefined;
+  if (box === undefined) return;
+  const { style } = element;
+  [style.left, style.top, style.width, style.height] = [box.x, box.y, box.w, box.h].map((length) => `${length}px`);
 }

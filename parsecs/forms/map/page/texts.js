@@ -24,6 +24,11 @@ class Texts {
     return decoder.decode(bytes).replaceAll("\r", "\n");
   }
 
+  /** Its bytes, but for the line feed. */
+  sizeOf(i) {
+    return this.starts[i + 1] - this.starts[i] - 1;
+  }
+
   /** Decodes all of them, unless that has been done. */
   join() {
     if (this.joined !== undefined) return;
@@ -44,17 +49,23 @@ class Texts {
     }
   }
 
-  /** The texts that the query matches: a byte for each, 1 or 0. */
+  /**
+   * Of each text whether the query finds it: `is` has 1 or 0. An expression tells besides from where
+   * to where it matches first, after `is`.
+   */
   find(query) {
     this.join();
-    const found = new Uint8Array(this.count);
+    const places = query instanceof Expression ? this.count : 0;
+    const found = { is: new Uint8Array(this.count), from: new Uint32Array(places), to: new Uint32Array(places) };
     const { joined, joinedStarts: starts } = this;
-    const next = query.searcher(joined, this.lower);
+    const { next, sure } = query.searcher(joined, this.lower);
     let i = 0;
     for (let at = next(0); at >= 0 && at < joined.length; at = next(starts[i])) {
       i = this.indexAt(at, i);
       // What was found may reach over the end of the text, or be only one of the words.
-      if (query.isOneWord || query.matches(joined.slice(starts[i], starts[i + 1] - 1))) found[i] = 1;
+      const place = sure ? 0 : query.placeIn(joined.slice(starts[i], starts[i + 1] - 1).replaceAll("\r", "\n"));
+      if (place >= 0) found.is[i] = 1;
+      if (place >= 0 && places > 0) [found.from[i], found.to[i]] = [place, place + query.length];
       if (++i === this.count) break;
     }
     return found;

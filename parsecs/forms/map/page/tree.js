@@ -42,13 +42,14 @@ class Tree {
   constructor(data) {
     this.data = data;
     this.texts = data.texts;
-    const plan = planFolders(data.paths);
+    const plan = planFolders(data.paths, data.folder);
     this.rootPath = plan.rootPath;
+    this.title = plan.title;
     this.count = 1 + plan.folders + data.files + data.rows;
-    for (const name of ["parent", "end", "depth", "line", "lastLine", "name", "text"]) {
+    for (const name of ["parent", "end", "depth", "line", "lastLine", "name", "text", "column"]) {
       this[name] = new Int32Array(this.count);
     }
-    for (const name of ["size", "branches", "nesting", "step"]) this[name] = new Uint32Array(this.count);
+    for (const name of ["size", "lines", "branches", "nesting", "step"]) this[name] = new Uint32Array(this.count);
     this.role = new Uint8Array(this.count);
     this.declares = new Uint8Array(this.count);
     this.stops = new Map(); // the lines at which files stopped early
@@ -56,7 +57,14 @@ class Tree {
     this.placeNames = [];
     const fileAt = this.addPlaces(plan);
     this.addRows(fileAt);
+    this.incomplete = Int32Array.from([...new Set([...this.stops.keys(), ...this.cuts.keys()])]).sort();
     this.sumUp();
+    this.weighBy("statements");
+  }
+
+  /** What the boxes are as large as. */
+  weighBy(measure) {
+    this.weight = measure === "lines" ? this.lines : this.size;
   }
 
   /** Puts folders and files where they belong, and leaves room for their rows. */
@@ -91,6 +99,7 @@ class Tree {
     const { data } = this;
     const names = new TextColumn(data.name, data.texts.count);
     const texts = new TextColumn(data.text, data.texts.count);
+    const hasColumns = data.link.includes("{column}");
     let met = 0; // how many texts
     const textOf = (column) => {
       const text = column.next(met);
@@ -119,6 +128,7 @@ class Tree {
         this.branches[i] = data.branches.next();
         this.nesting[i] = data.nesting.next();
         this.step[i] = data.step.next();
+        if (hasColumns) this.column[i] = data.column.next();
         above = i;
       }
     }
@@ -134,16 +144,19 @@ class Tree {
 
   /** From the last node to the first, each into the one that it lies in. */
   sumUp() {
-    const { parent, end, role, size, branches, nesting, step } = this;
+    const { parent, end, role, size, line, lastLine, lines, branches, nesting, step } = this;
     this.counts = new Uint32Array(ROLES.length);
     this.branchTotal = 0;
     for (let i = this.count - 1; i >= 0; --i) {
       if (end[i] === 0) end[i] = i + 1;
       ++this.counts[role[i]];
+      // Of a folder they are those of its files; several statements may share one.
+      if (role[i] !== ROLE.FOLDER) lines[i] = Math.max(1, role[i] === ROLE.FILE ? lastLine[i] : lastLine[i] - line[i] + 1);
       const above = parent[i];
       if (above < 0) continue;
       if (end[above] === 0) end[above] = end[i];
       size[above] += size[i];
+      if (role[above] === ROLE.FOLDER) lines[above] += lines[i];
       const most = branches[i];
       branches[above] = holdsFunctions(role[above]) ? Math.max(branches[above], most) : branches[above] + most;
       nesting[above] = Math.max(nesting[above], nesting[i] + step[i]);
@@ -184,9 +197,23 @@ class Tree {
     return DECLARES[this.declares[node]] || ROLES[this.role[node]];
   }
 
-  /** Whether a part of a file is not on the map. */
-  isIncomplete(node) {
-    return this.stops.has(node) || this.cuts.has(node);
+  /** Whether a file here or below stopped early ("stop"), or lacks a branch of an #if ("cut"). */
+  lackIn(node) {
+    const { incomplete, end } = this;
+    let lack = "";
+    for (let i = firstFrom(incomplete, node); i < incomplete.length && incomplete[i] < end[node]; ++i) {
+      if (this.stops.has(incomplete[i])) return "stop";
+      lack = "cut";
+    }
+    return lack;
+  }
+
+  /** In words, what a file lacks. */
+  lacksOf(file) {
+    const lacks = [];
+    if (this.stops.has(file)) lacks.push(`stopped early at line ${this.stops.get(file)}: braces do not match`);
+    if (this.cuts.has(file)) lacks.push(`one branch of the #if at line ${this.cuts.get(file)} is left out`);
+    return lacks;
   }
 
   wholeText(node) {
@@ -218,7 +245,7 @@ class Tree {
  * Which folders there are: for each file, in the order of the paths, how many of the folders before
  * it it lies in too, and which it needs beside them. The folder that holds everything is the root.
  */
-function planFolders(paths) {
+function planFolders(paths, folder) {
   const all = Array.from({ length: paths.count }, (_, i) => paths.get(i));
   const keys = all.map((path) => path.replaceAll("/", "\u0000"));
   const order = all.map((_, i) => i);
@@ -226,7 +253,10 @@ function planFolders(paths) {
     order.sort((a, b) => (keys[a] < keys[b] ? -1 : keys[a] > keys[b] ? 1 : a - b));
   }
   const rootPath = commonFolder(all[order[0]] ?? "", all[order.at(-1)] ?? "");
-  const plan = { rootPath, root: rootPath.split("/").at(-2) || "all files", folders: 0, files: [] };
+  const given = rootPath === "./" ? "" : rootPath.slice(0, -1);
+  // A path of one name, such as src, says little without the folder that the program ran in.
+  const title = given.includes("/") ? given : [folder, given].filter((name) => name !== "").join("/");
+  const plan = { rootPath, title: title || "all files", root: title.split("/").at(-1) || "all files", folders: 0, files: [] };
   let open = [];
   for (const file of order) {
     const folders = all[file].slice(rootPath.length).split("/");
@@ -246,4 +276,16 @@ function commonFolder(first, last) {
   let same = 0;
   while (same < first.length && first[same] === last[same]) ++same;
   return first.slice(0, first.slice(0, same).lastIndexOf("/") + 1);
+}
+
+/** Where in an ascending list the first number is that is not below one; its length without any. */
+function firstFrom(numbers, number) {
+  let low = 0;
+  let high = numbers.length;
+  while (low < high) {
+    const middle = (low + high) >>> 1;
+    if (numbers[middle] < number) low = middle + 1;
+    else high = middle;
+  }
+  return low;
 }
