@@ -6,6 +6,7 @@
 
 #include "plugin/Pipeline.h"
 #include "rows/RowMaker.h"
+#include "rows/Texts.h"
 
 namespace plugincs {
 
@@ -31,6 +32,10 @@ FileRows::FileRows(std::string path, std::string source, Traces traces)
     for (const std::size_t cut : reading_.cut) cutAt_.push_back(lines.At(cut).line);
     // After the error stands only the list of conditional operands.
     if (parse_.end == Parse::End::StoppedEarly) stoppedAt_ = rows_[rows_.size() - 2].begin.line;
+}
+
+std::size_t FileRows::PositionOf(std::size_t begin, std::size_t offset) const {
+    return Texts(source_, reading_).PositionOf({begin, source_.size()}, offset);
 }
 
 std::vector<Comment> FileRows::Comments() const {

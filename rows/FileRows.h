@@ -33,6 +33,12 @@ class FileRows {
     /// this object is.
     const std::vector<Row>& rows() const { return rows_; }
     const std::string& path() const { return parse_.path; }
+    /// What it was made of.
+    std::string_view source() const { return source_; }
+
+    /// Where a byte of a row's text stands in the source: of one that begins at `begin` the one at
+    /// `offset`. Linear in that.
+    std::size_t PositionOf(std::size_t begin, std::size_t offset) const;
 
     /// The line at which the scan stopped, at braces that do not match; 0 where it went through.
     std::int32_t stoppedAt() const { return stoppedAt_; }

@@ -24,6 +24,10 @@ class Lines {
     /// the lines between it and the one before.
     Place At(std::size_t position);
 
+    /// How many lines there are, and where each begins, from the first one's 1.
+    std::size_t Count() const { return starts_.size(); }
+    std::size_t BeginOf(std::size_t line) const { return starts_[line - 1]; }
+
   private:
     std::vector<std::size_t> starts_;
     std::size_t line_ = 0;  // of the last position

@@ -6,13 +6,14 @@
 #include "parsecs/forms/records/RecordsForm.h"
 #include "parsecs/forms/rows/RowsForm.h"
 #include "parsecs/forms/strict/StrictForm.h"
+#include "parsecs/forms/tags/TagsForm.h"
 
 namespace plugincs {
 
 namespace {
 
 constexpr const FormKind* kKinds[] = {
-    &kRecordsForm, &kStrictForm, &kRowsForm, &kOutlineForm, &kIndexForm, &kMapForm,
+    &kRecordsForm, &kStrictForm, &kRowsForm, &kOutlineForm, &kTagsForm, &kIndexForm, &kMapForm,
 };
 
 }  // namespace
