@@ -48,6 +48,14 @@ void CheckPlaces(const Options& options) {
     }
 }
 
+void CheckOutline(const Options& options) {
+    const bool outline = options.form->option == "outline";
+    if (options.declarations && !outline) throw UsageError("--declarations needs --outline");
+    if (options.mostBytes > 0 && !outline) throw UsageError("--max-bytes needs --outline");
+    if (options.mostBytes == 0 || options.folder.empty()) return;
+    throw UsageError("--max-bytes is for one output of all inputs: leave out --into");
+}
+
 bool NeedsOneFile(const Options& options) {
     return options.folder.empty() && !options.form->takesSeveral;
 }
@@ -74,6 +82,7 @@ void SettleOutput(Options& options) {
 void CheckPlan(const Options& options) {
     CheckInputs(options);
     CheckPlaces(options);
+    CheckOutline(options);
     CheckNumber(options);
 }
 

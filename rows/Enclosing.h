@@ -20,6 +20,7 @@ class Enclosing {
   private:
     struct Entry {
         const Row* row;
+        const Row* around;
         std::int32_t last;  // the last row that it is around
     };
 

@@ -92,6 +92,9 @@ done <<TABLE
 1|\$'a\\e\\x7F.cs'|a\?\?.cs: No such file or directory|
 2||nothing to parse: .*|
 2|--strict --outline src/a.cs|--outline and --strict are two forms: use one|
+2|--declarations src/a.cs|--declarations needs --outline|
+2|--max-bytes 100 --jsonl src/a.cs|--max-bytes needs --outline|
+2|--outline --max-bytes 100 --into out src/a.cs|--max-bytes is for one output .*|
 2|--otline|no option --otline: did you mean --outline\?|
 2|-x|no option -x, see parsecs --help|
 2|--jobs=0 src/a.cs|--jobs takes a number from 1 to 1000, not 0|

@@ -1,6 +1,7 @@
 #include "parsecs/command/OptionTable.h"
 
 #include <charconv>
+#include <cstdint>
 
 #include "parsecs/forms/FormTable.h"
 
@@ -23,13 +24,24 @@ void ChooseForm(Options& options, const FormKind& kind, const std::string& value
     options.formFile = value;
 }
 
+// Whether all of the text is a number from `least` to `most`.
+template <typename Number>
+bool ReadNumber(const std::string& text, Number least, Number most, Number& number) {
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    return read.ec == std::errc() && read.ptr == end && number >= least && number <= most;
+}
+
 void SetJobs(Options& options, const std::string& number) {
-    const char* const end = number.data() + number.size();
-    const auto read = std::from_chars(number.data(), end, options.jobs);
-    constexpr unsigned kMostJobs = 1000;
-    const bool valid = read.ec == std::errc() && read.ptr == end;
-    if (valid && options.jobs >= 1 && options.jobs <= kMostJobs) return;
+    if (ReadNumber(number, 1U, 1000U, options.jobs)) return;
     throw UsageError("--jobs takes a number from 1 to 1000, not " + number);
+}
+
+// Fewer have no room for the line that says how much is left out.
+void SetMostBytes(Options& options, const std::string& number) {
+    constexpr std::size_t kLeast = 100;
+    if (ReadNumber(number, kLeast, SIZE_MAX, options.mostBytes)) return;
+    throw UsageError("--max-bytes takes a number from 100 on, not " + number);
 }
 
 void SetColour(Options& options, const std::string& when) {
@@ -47,6 +59,18 @@ std::vector<Option> FormOptions() {
              [kind](Options& o, const std::string& value) { ChooseForm(o, *kind, value); }});
     }
     return options;
+}
+
+std::vector<Option> OutlineOptions() {
+    return {
+        {0, "declarations", "",
+         "Only what declares something, types before members, without bodies and attributes.",
+         [](Options& o, const std::string&) { o.declarations = true; }},
+        {0, "max-bytes", "N",
+         "Declarations of all inputs in at most N bytes: private members are left out first, then "
+         "other members, then types, of the largest files first. Marks say how much.",
+         SetMostBytes},
+    };
 }
 
 std::vector<Option> PlaceOptions() {
@@ -106,6 +130,7 @@ const Option* FindFirst(Matches matches) {
 const std::vector<OptionGroup>& OptionGroups() {
     static const std::vector<OptionGroup> kGroups{
         {"Forms of output (the parser's own records by default)", FormOptions()},
+        {"Outlines", OutlineOptions()},
         {"Inputs and outputs", PlaceOptions()},
         {"Others", OtherOptions()},
     };

@@ -1,6 +1,7 @@
 // What the program was asked to do.
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -32,7 +33,9 @@ struct Options {
     std::string folder;               ///< Of one output for each input; empty: none.
     unsigned jobs = 0;                ///< 0: as many as there are cores to use.
     Colour colour = Colour::Auto;
-    bool traces = false;  ///< What the parser says of itself goes to standard error.
+    bool declarations = false;  ///< Outlines show nothing else.
+    std::size_t mostBytes = 0;  ///< Of an outline, which shows declarations then; 0: any number.
+    bool traces = false;        ///< What the parser says of itself goes to standard error.
     About about = About::Nothing;
     std::string shell;  ///< That the completion is for.
 };

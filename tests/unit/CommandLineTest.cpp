@@ -48,6 +48,8 @@ TEST(CommandLine, SaysWhatIsWrong) {
         {{"-j2x"}, "--jobs takes a number from 1 to 1000, not 2x"},
         {{"-j-1"}, "--jobs takes a number from 1 to 1000, not -1"},
         {{"-j", "5000000000"}, "--jobs takes a number from 1 to 1000, not 5000000000"},
+        {{"--max-bytes=99"}, "--max-bytes takes a number from 100 on, not 99"},
+        {{"--max-bytes=100k"}, "--max-bytes takes a number from 100 on, not 100k"},
         {{"--db", "a", "--html=b"}, "--html and --db are two forms: use one"},
         {{"--db", "-"}, "--db needs a file: it cannot go to standard output"},
     };

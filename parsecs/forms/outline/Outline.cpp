@@ -3,29 +3,11 @@
 #include <algorithm>
 #include <string_view>
 
-#include "rows/Utf8.h"
+#include "parsecs/forms/outline/OneLine.h"
 
 namespace plugincs {
 
 namespace {
-
-// On one line of at most `room` bytes.
-std::string Fitted(std::string_view text, std::size_t room) {
-    std::string line;
-    while (!text.empty() && line.size() <= room) {
-        const std::size_t length = SequenceLength(text);
-        const std::string_view sequence = text.substr(0, std::max<std::size_t>(length, 1));
-        const bool blank = sequence == " " || IsControl(sequence);
-        if (!blank) line += length == 0 ? kReplacement : sequence;
-        if (blank && !line.empty() && line.back() != ' ') line += ' ';
-        text.remove_prefix(sequence.size());
-    }
-    if (line.size() <= room) return line;
-    std::size_t cut = std::max<std::size_t>(room, 3) - 3;
-    // Not within a UTF-8 sequence.
-    while (cut > 0 && (static_cast<unsigned char>(line[cut]) & 0xC0U) == 0x80) --cut;
-    return line.substr(0, cut) + "...";
-}
 
 // A file may nest a hundred thousand deep: the lines of its outline would fill a disk if their
 // indentation did not end somewhere.
@@ -56,7 +38,7 @@ void AppendOutline(const FileRows& file, OutlineStyle style, std::string& out) {
         Paint(head, "2", style.colour, out);
         Paint(kind, "36", style.colour, out);
         out += "  ";
-        out.append(Fitted(row.parent == -1 ? file.path() : row.text, room)) += '\n';
+        out.append(OneLine(row.parent == -1 ? file.path() : row.text, room)) += '\n';
     }
 }
 

@@ -5,7 +5,9 @@
 
 #include "parsecs/form/SourceRows.h"
 #include "parsecs/form/TextForm.h"
+#include "parsecs/forms/outline/BudgetForm.h"
 #include "parsecs/forms/outline/Outline.h"
+#include "parsecs/forms/outline/Skeleton.h"
 #include "parsecs/output/Terminal.h"
 
 namespace plugincs {
@@ -25,7 +27,17 @@ OutlineStyle StyleOf(const Options& options) {
     return style;
 }
 
+FileOutcome AppendDeclarations(ReadSource source, std::string& out) {
+    const FileRows file = RowsOf(std::move(source));
+    Skeleton(file).Append(Skeleton::Detail::All, out);
+    return OutcomeOf(file);
+}
+
 std::unique_ptr<Form> Make(const Options& options, const Inputs& /*inputs*/) {
+    if (options.mostBytes > 0) {
+        return std::make_unique<BudgetForm>(options.output, options.mostBytes);
+    }
+    if (options.declarations) return MakeTextForm(options, {AppendDeclarations});
     const OutlineStyle style = StyleOf(options);
     return MakeTextForm(options, {[style](ReadSource source, std::string& out) {
                             const FileRows file = RowsOf(std::move(source));
