@@ -1,0 +1,53 @@
+// The structs of Arrow's C data and C stream interfaces: an ABI that is fixed for good, so that
+// programs may declare it themselves. Names and members are Arrow's.
+#pragma once
+
+#include <cstdint>
+
+extern "C" {
+
+#ifndef ARROW_C_DATA_INTERFACE
+#define ARROW_C_DATA_INTERFACE
+
+inline constexpr std::int64_t kArrowFlagNullable = 2;
+
+struct ArrowSchema {
+    const char* format;
+    const char* name;
+    const char* metadata;
+    std::int64_t flags;
+    std::int64_t n_children;
+    ArrowSchema** children;
+    ArrowSchema* dictionary;
+    void (*release)(ArrowSchema*);
+    void* private_data;
+};
+
+struct ArrowArray {
+    std::int64_t length;
+    std::int64_t null_count;
+    std::int64_t offset;
+    std::int64_t n_buffers;
+    std::int64_t n_children;
+    const void** buffers;
+    ArrowArray** children;
+    ArrowArray* dictionary;
+    void (*release)(ArrowArray*);
+    void* private_data;
+};
+
+#endif
+
+#ifndef ARROW_C_STREAM_INTERFACE
+#define ARROW_C_STREAM_INTERFACE
+
+struct ArrowArrayStream {
+    int (*get_schema)(ArrowArrayStream*, ArrowSchema* out);
+    int (*get_next)(ArrowArrayStream*, ArrowArray* out);
+    const char* (*get_last_error)(ArrowArrayStream*);
+    void (*release)(ArrowArrayStream*);
+    void* private_data;
+};
+
+#endif
+}
