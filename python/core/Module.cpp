@@ -119,12 +119,13 @@ nb::object Records(nb::bytes path, nb::bytes source) {
     return RecordsText(parse->result);
 }
 
-nb::bytes ReadFile(nb::bytes path) {
+// The file has no more bytes than `most`.
+nb::bytes ReadFile(nb::bytes path, std::uint64_t most) {
     const std::string name = BytesOf(path);
-    const std::string text = MadeOf(name, [&name] {
+    const std::string text = MadeOf(name, [&] {
         const std::unique_ptr<Sources> found = FindSources({name});
         if (!found->failures.empty()) throw ReadFailure(found->failures.front().reason);
-        if (found->size() == 0) throw ReadFailure("is a folder");
+        if (found->BytesOf(0) > most) throw std::length_error("a source");
         return found->Read(0).text;
     });
     return nb::bytes(text.data(), text.size());
@@ -253,7 +254,7 @@ NB_MODULE(_core, module) {
         .def_prop_ro("outcomes", OutcomesOf)
         .def("__arrow_c_stream__", StreamOfScan, nb::arg("requested_schema").none() = nb::none());
     module.def("records", Records, nb::arg("path"), nb::arg("source"));
-    module.def("read", ReadFile, nb::arg("path"));
+    module.def("read", ReadFile, nb::arg("path"), nb::arg("most"));
     module.def("rows", RowsOf, nb::arg("path"), nb::arg("source"));
     module.def("scan", ScanPaths, nb::arg("paths"), nb::arg("threads"), nb::arg("goes_on"));
     module.def("scan_texts", ScanTexts, nb::arg("texts"), nb::arg("threads"));

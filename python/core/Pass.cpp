@@ -37,6 +37,7 @@ Outcome FailureOf(const std::string& path, std::string why, bool unreadable) {
 template <typename Use>
 Outcome Parsed(const Sources& sources, std::size_t index, Use use) {
     const std::string& path = sources.PathOf(index);
+    if (sources.BytesOf(index) > INT32_MAX) throw std::length_error("a source");
     try {
         ReadSource source = sources.Read(index);
         const FileRows rows(std::move(source.path), std::move(source.text));

@@ -30,7 +30,7 @@ def records(source: Source, path: Optional[Path] = None) -> str:
     Bytes of the path that are no UTF-8 are surrogates in it. Raises SourceError when the source
     cannot be read or is given up.
     """
-    return _core.records(*_named(source, path))
+    return _core.records(*_named(source, path, 2**64 - 1))
 
 
 def rows(source: Source, path: Optional[Path] = None) -> Rows:
@@ -39,7 +39,7 @@ def rows(source: Source, path: Optional[Path] = None) -> Rows:
     `path` is the name that they bear. Raises SourceError when the source cannot be read, is larger
     than 2 GiB or too large for the memory.
     """
-    return _core.rows(*_named(source, path))
+    return _core.rows(*_named(source, path, 2**31 - 1))
 
 
 def scan(
@@ -83,11 +83,13 @@ def _path(path: Path) -> bytes:
     return name
 
 
-def _named(source: Source, path: Optional[Path]) -> Tuple[bytes, bytes]:
-    if isinstance(source, os.PathLike):
-        file = _path(source)
-        return (file if path is None else _path(path)), _core.read(file)
-    return _path("" if path is None else path), _bytes(source)
+def _named(source: Source, path: Optional[Path], most: int) -> Tuple[bytes, bytes]:
+    if not isinstance(source, os.PathLike):
+        return _path("" if path is None else path), _bytes(source)
+    file = _path(source)
+    if os.path.isdir(file):
+        raise SourceError(os.fsdecode(file), "is a folder")
+    return (file if path is None else _path(path)), _core.read(file, most)
 
 
 def _bytes(text: Union[str, bytes, bytearray, memoryview]) -> bytes:
