@@ -24,7 +24,6 @@ SCHEMA = """repository string, file string, id int, parent int, last int, depth 
     declares string, name string, scope string, modifiers string, attributes string, line int,
     column int, endLine int, endColumn int, text string, problem string"""
 COLUMNS = [column.split()[0] for column in SCHEMA.split(",")]
-MOST_BYTES = 256 << 20  # of one source
 
 QUESTIONS = {
     "The biggest functions": """
@@ -37,7 +36,7 @@ QUESTIONS = {
                 -- without type parameters, those in others too, and parameters of a constructor
                 regexp_replace(regexp_replace(regexp_replace(text,
                     '<[^<>]*>', ''), '<[^<>]*>', ''), '<[^<>]*>|\\\\([^()]*\\\\)', ''),
-                ':(.*?)( where |$)', 1), ' *, *')) AS base
+                ': *(.*?)( where |$)', 1), ' *, *')) AS base
             FROM code WHERE declares IN ('class', 'struct', 'interface', 'record'))
         WHERE trim(base) <> '' GROUP BY base ORDER BY types DESC, base LIMIT 10""",
     "The same name defined twice": """
@@ -49,12 +48,12 @@ QUESTIONS = {
 }
 
 
-def rows_of_table(table: DataFrame) -> DataFrame:
+def rows_of_table(table: DataFrame, most_bytes: int = 256 << 20) -> DataFrame:
     """`table` has `path`, `content` (a string or binary), and perhaps `repository`."""
     if "repository" not in table.columns:
         table = table.withColumn("repository", F.lit(""))
     # As bytes, since a string may hold what is no UTF-8. What is too large is left where it is.
-    fits = F.octet_length("content") <= MOST_BYTES
+    fits = F.octet_length("content") <= most_bytes
     sources = table.select(
         F.coalesce("repository", F.lit("")).alias("repository"),
         F.coalesce(F.col("path").cast("binary"), F.lit(b"")).alias("path"),
@@ -132,9 +131,9 @@ def _arrow_schema():
     return pa.schema([(column.split()[0], types[column.split()[1]]) for column in SCHEMA.split(",")])
 
 
-def session() -> SparkSession:
+def session(builder: SparkSession.Builder = SparkSession.builder) -> SparkSession:
     return (
-        SparkSession.builder.appName("rows of code")
+        builder.appName("rows of code")
         # Contents are larger than what most tables hold.
         .config("spark.sql.execution.arrow.maxRecordsPerBatch", 256)
         .config("spark.sql.parquet.columnarReaderBatchSize", 256)
@@ -149,8 +148,13 @@ def write(rows: DataFrame, folder: str) -> None:
     problems.select("repository", "file", "problem").show(1000, truncate=False)
 
 
-def ask(spark: SparkSession, folder: str) -> None:
+def view_of(spark: SparkSession, folder: str) -> None:
+    """The rows in the folder, as the table `code`."""
     spark.read.parquet(folder).where("problem IS NULL").createOrReplaceTempView("code")
+
+
+def ask(spark: SparkSession, folder: str) -> None:
+    view_of(spark, folder)
     for question, sql in QUESTIONS.items():
         print(question)
         spark.sql(sql).show(truncate=60)

@@ -35,7 +35,7 @@ FileRows::FileRows(std::string path, std::string source, Traces traces)
 }
 
 std::size_t FileRows::PositionOf(std::size_t begin, std::size_t offset) const {
-    return Texts(source_, reading_).PositionOf({begin, source_.size()}, offset);
+    return Texts(source_, reading_).PositionsOf({begin, source_.size()}, {offset}).front();
 }
 
 std::vector<Comment> FileRows::Comments() const {
