@@ -68,6 +68,20 @@ for call in ${calls-openat read write rename mkdir newfstatat getdents64}; do
     done
 done
 
+# A file that becomes something else between the walk and the reading: nobody waits for it, or reads
+# it for ever.
+for swap in "mkfifo few/7.cs" "ln -s /dev/zero few/7.cs"; do
+    [ "${calls-strace}" ] || break
+    cp few/7.cs kept
+    timeout 20 strace -f -qq -o trace -P few/7.cs -e trace=openat -e inject=openat:delay_enter=1s \
+        "$parsecs" -j2 --jsonl few >rest 2>err &
+    sleep 0.5
+    rm few/7.cs && $swap
+    wait $!
+    [ "$? $(grep -c '"id":0,' rest)" = "1 19" ] && grep -q 'few/7.cs: is no file any more' err || fail "$swap: $(cat err)"
+    rm few/7.cs && mv kept few/7.cs
+done
+
 # Each moment of a run is as good as another to end it. All sizes of a disk are those of a file here.
 sources many 300
 make_expected many
@@ -104,4 +118,13 @@ rm -f "$huge"
 mkfifo never
 timeout 20 "$parsecs" -j2 --jsonl few never >/dev/full 2>err
 [ $? = 3 ] || fail "an output that fails: $(cat err)"
+
+# Whatever ends a program from outside, its temporary files go with it.
+for signal in HUP TERM USR1 USR2 ALRM XCPU VTALRM PROF RTMIN RTMAX; do
+    "$parsecs" -j2 --jsonl -o late few never 2>err &
+    until compgen -G '.parsecs-*' >rest; do sleep 0.02; done
+    kill -$signal $!
+    wait $! 2>err
+    [ $? = $((128 + $(kill -l $signal))) ] && ! compgen -G '.parsecs-*' || fail "SIG$signal: $(cat err)"
+done
 exit $((failures > 0))

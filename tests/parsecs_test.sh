@@ -12,6 +12,10 @@ echo "char c = 'x';" >src/sub/b.cs
 printf 'a;\r\nb;\r\n}\r\nc;' >early.cs
 cp "$here/cases/abandoned.cs" given..up.cs
 printf 'a;\n#if A\nclass A {\n#else\nclass B {\n#endif\n}\n#if D\nclass C {\n#else\n class D {\n#endif\n}' >cut.cs
+printf 'class D { }\n}\nint y;\nclass Lost { void F() { g(); } }\n' >renamed.cs # stops at a field
+printf '#if A\n{\n#endif\n}\nint y;\nclass Lost { }\n' >records.cs             # which rows balance
+mkdir taken
+echo 'a;' | tee taken/a.cs >$'c1\u009Bx.cs'
 ln -s .. src/sub/loop
 ln -s nowhere src/gone.cs
 ln -s /dev/zero src/zero.cs
@@ -61,6 +65,11 @@ done <<TABLE
 0|--outline src/a.cs -o /dev/stdout||^ *1  *line  a$
 0|-j1 --jsonl --files-from list|early.cs:4: .*parsecs: 2 files parsed, 1 of them stopped early|src/a.cs.,"id":2,
 0|-j 9 -0 --jsonl --files-from - <list0|early.cs:4: .*parsecs: 2 files parsed, 1 .*|^{"file":"src/a...u000a.*,"id":2,
+0|--strict renamed.cs|renamed.cs:3: stopped early, as .*|
+0|--strict records.cs|records.cs: stopped early, as .*|
+0|--outline records.cs||class Lost
+0|--outline \$'c1\\u009Bx.cs'||filepath  c1 x.cs$
+0|--jsonl - /dev/stdin < <(cat src/a.cs)||"text":"a"
 0|early.cs|early.cs:4: stopped early, .*|"error: NULL parent branch"
 0|--traces src/a.cs|the final data is a; b|"contents": "a"
 0|--version||^parsecs [0-9]
@@ -89,7 +98,7 @@ done <<TABLE
 0|--outline given..up.cs||line  #endif
 0|--outline cut.cs|cut.cs:2: kept one branch of this #if, and of 1 more, as braces .*|class  class A$
 0|--jsonl cut.cs src/a.cs|cut.cs:2: .*parsecs: 2 files parsed, 1 of them without some branches of #if|"C"
-1|\$'a\\e\\x7F.cs'|a\?\?.cs: No such file or directory|
+1|\$'a\\e\\x7F\\u009B.cs'|a\?\?\?.cs: No such file or directory|
 2||nothing to parse: .*|
 2|--strict --outline src/a.cs|--outline and --strict are two forms: use one|
 2|--declarations src/a.cs|--declarations needs --outline|
@@ -116,6 +125,8 @@ done <<TABLE
 2|--into out /dev/null|--into: /dev/null lies outside .*|
 2|--html src/a.cs src/a.cs|src/a.cs: is an input, .*|
 2|--db - src/a.cs|--db needs a file: .*|
+2|--jsonl taken >>taken/a.cs|standard output: is an input, .*|
+2|--outline taken/a.cs - <src/a.cs 1<>taken/a.cs|standard output: is an input, .*|
 2|--html out.html -o kept src/a.cs|--html FILE tells the place: .*|
 2|-o ./src/../src/a.cs src/a.cs|./src/../src/a.cs: is an input, .*|
 3|src/a.cs >/dev/full|standard output: No space left on device|
@@ -125,7 +136,7 @@ done <<TABLE
 3|-o kept/x src/a.cs|kept/x: Not a directory|
 3|--into sealed src/a.cs early.cs|sealed/src: Not a directory.*sealed/early.cs.json: .*parsecs: 0 files parsed, 2 could not be written|
 TABLE
-[ "$(cat kept)" = kept ] || fail "an output file was destroyed"
+[ "$(cat kept) $(cat taken/a.cs)" = "kept a;" ] || fail "an output file was destroyed"
 [ "$(head -c 1 private) $(stat -c %a private)" = "[ 600" ] && [ -L linked ] || fail "a link's target"
 
 # What a folder stands for, and where its outputs go.
@@ -160,6 +171,8 @@ kill -HUP $! && echo 'a;' >&9 && exec 9>&- && wait $! || fail "nohup: exit code 
 # What terminals show, and what pipes do.
 "$parsecs" --jsonl long.cs 2>err | head -n 1 >stdout
 [ "${PIPESTATUS[0]} $(cat err)" = "141 " ] || fail "closed pipe: $(cat err)"
+timeout 20 env --block-signal=PIPE "$parsecs" --jsonl long.cs 2>err | head -n 1 >stdout
+[ "${PIPESTATUS[0]} $(cat err)" = "141 " ] || fail "closed pipe, blocked signal: $(cat err)"
 terminal() { script -qec "stty cols 28 && $*" /dev/null </dev/null; }
 terminal "NO_COLOR=1 $parsecs --outline src/sub/b.cs" | grep -q $'^     1      line  char c \.\.\.\r$' ||
     fail "outline cut to a terminal"
