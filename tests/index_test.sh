@@ -22,7 +22,7 @@ done
 [ "$(sort -u questions | wc -l)" -ge 25 ] || fail "questions are missing"
 
 cat >shop/types.cs <<'SOURCE'
-class D<T>(int d = a ? b : c, string e = "):") : global::N.E<F, G>(d), H where T : I {}
+class D<T>(int d = a ? b : c, string e = "\"):") : global::N.E<F, G>(d), H where T : I {}
 enum J : byte {}
 class K<T> where T : L {}
 class M { void N() { while (a) { int O() { for (;;) { if (b) c(); } } } d(); } }
@@ -104,7 +104,7 @@ start() {
     for _ in $(seq 100); do compgen -G "$2" >/dev/null && break || sleep 0.05; done
 }
 end() { kill "-$1" $run && wait $run 2>/dev/null; }
-echo 'class Later { void N() {} }' >shop/later.cs
+{ echo 'class Later { void N() {' && seq -f 'Call("%.0f a text that makes the change larger than a cache");' 40000 && echo '} }'; } >shop/later.cs
 old=$(says shop.db)
 start shop.db shop.db-journal
 [ "$(says shop.db)" = "$old" ] || fail "a reader during the run: $(says shop.db | tail -n 3)"

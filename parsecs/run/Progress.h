@@ -12,6 +12,14 @@
 
 namespace plugincs {
 
+struct Passed {
+    std::size_t files;
+    std::uint64_t bytes;
+};
+
+/// How far a run is after so many seconds, on one line.
+std::string ProgressLine(const Passed& passed, const Passed& all, double seconds);
+
 class Progress {
   public:
     /// Shows nothing unless standard error is a terminal, and the output is not.
@@ -23,13 +31,9 @@ class Progress {
   private:
     using Clock = std::chrono::steady_clock;
 
-    std::string Line(double seconds) const;
-
     bool shown_;
-    std::size_t files_;
-    std::uint64_t bytes_ = 0;
-    std::size_t passedFiles_ = 0;
-    std::uint64_t passedBytes_ = 0;
+    Passed all_;
+    Passed passed_{0, 0};
     Clock::time_point begin_ = Clock::now();
     Clock::time_point next_;
 };

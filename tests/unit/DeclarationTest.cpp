@@ -103,6 +103,7 @@ const Row kMembers[] = {
     {"event Action E {", "event E"},
     {"get {", ""},
     {"private set", ""},
+    {"is Foo", ""},  // of a pattern that broken code has cut
     {"set => x = value", ""},
 };
 

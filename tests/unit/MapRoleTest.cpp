@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "parsecs/forms/map/MapForm.h"
+
 using namespace plugincs;
 
 namespace {
@@ -34,11 +36,18 @@ TEST(MapRole, IsWhatAPersonSeesInARow) {
         {"void F() { lock (a) { b; } using (var c = D()) { e; } }", "FKSCS"},
         {"void F() { a = \"b(c)\"; d = 'e'; f = (g); return (h); }", "FSSSS"},
         {"void F() { a = \"\\\"b(\"; x = y.Z<int> (1); f += (a, b) => a; }", "FSCS"},
+        {"void F() { a = nameof(b); c = typeof(d) == e.GetType(); }", "FSB"},
         {"using A;", "D"},
         {"return Is(a) == b; return Is(a);", "BC"},
         {"a; } b;", "SE"},
     };
     for (const auto& [source, roles] : kRows) EXPECT_EQ(Roles(source), roles) << source;
+}
+
+TEST(MapForm, ShowsStatementsWhileABrowserCan) {
+    EXPECT_TRUE(ShowsStatements(10'000, 3'000'000));
+    EXPECT_FALSE(ShowsStatements(10'001, 1));
+    EXPECT_FALSE(ShowsStatements(1, 3'000'001));
 }
 
 }  // namespace

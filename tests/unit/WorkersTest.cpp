@@ -1,3 +1,4 @@
+#include "parsecs/run/Progress.h"
 #include "parsecs/run/Workers.h"
 
 #include <gtest/gtest.h>
@@ -104,6 +105,10 @@ TEST(Workers, TellOfATaskThatHangs) {
     EXPECT_TRUE(dropped);
     Workers idle(1);
     EXPECT_TRUE(idle.Stop());
+}
+
+TEST(Progress, TellsWhatIsLeft) {
+    EXPECT_EQ(ProgressLine({2, 4'000'000}, {9, 10'000'000}, 2), "2 of 9 files, 2.0 MB/s, 3 s left");
 }
 
 }  // namespace

@@ -12,10 +12,6 @@ namespace plugincs {
 
 namespace {
 
-// Beyond either a page takes long to load and much memory to keep.
-constexpr std::size_t kMostFiles = 10'000;
-constexpr std::size_t kMostRows = 3'000'000;
-
 // Nothing where it is gone: the page then does without.
 std::string FolderName() {
     std::error_code error;
@@ -41,7 +37,7 @@ void MapForm::Take(const FoundFile& /*file*/, Piece& piece) {
     definitions_.Add(file);
     if (!statements_) return;
     statements_->Add(file);
-    if (statements_->files() > kMostFiles || statements_->rows() > kMostRows) statements_.reset();
+    if (!ShowsStatements(statements_->files(), statements_->rows())) statements_.reset();
 }
 
 void MapForm::Finish(bool complete) {

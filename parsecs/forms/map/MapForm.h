@@ -10,6 +10,12 @@
 
 namespace plugincs {
 
+/// Whether a browser shows so much at ease. Beyond, a page takes long to load and much memory to
+/// keep, and shows definitions alone.
+constexpr bool ShowsStatements(std::size_t files, std::size_t rows) {
+    return files <= 10'000 && rows <= 3'000'000;
+}
+
 class MapForm : public Form {
   public:
     /// The page becomes the file `output`.
@@ -25,7 +31,7 @@ class MapForm : public Form {
   private:
     std::string output_;
     MapColumns definitions_;
-    /// Nothing once there are more than a browser shows at ease.
+    /// Nothing once they are too many.
     std::optional<MapColumns> statements_;
 };
 
