@@ -83,6 +83,9 @@ void CheckPlan(const Options& options) {
     CheckInputs(options);
     CheckPlaces(options);
     CheckOutline(options);
+    if (!options.link.empty() && options.form->option != "html") {
+        throw UsageError("--link needs --html");
+    }
     CheckNumber(options);
 }
 

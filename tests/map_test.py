@@ -307,6 +307,18 @@ class MapTest(unittest.TestCase):
             self.browser.open(self.make(given, cwd=where))
             self.assertEqual(self.browser.text("#title"), title)
 
+    def test_links_open_places(self):
+        source = self.source("a #?&%+'\"{line}\u00e9.cs", b"class A\n{\n  void F() { if (a) b(); }\n}")
+        places = lambda: self.browser.run("return [...document.querySelectorAll('#open, .list a')].map((link) => link.getAttribute('href'))")
+        chosen = f"#at={quote(source.name)}&row=2&find=F"
+        self.browser.open(self.make(source) + chosen)
+        self.assertEqual(places(), [None])
+        self.browser.open(self.make("--link", "https://host/{path}?l={line}&c={column}", source) + chosen)
+        path = quote(str(source), safe="/'")
+        at = lambda line, column: f"https://host/{path}?l={line}&c={column}"
+        self.assertEqual(self.browser.run("return document.getElementById('open').href"), at(3, 3))
+        self.assertEqual(set(places()), {at(1, 1), at(3, 3), at(3, 14)})
+
     def test_on_a_narrow_screen_what_was_found_is_seen(self):
         self.browser.devtools("Emulation.setDeviceMetricsOverride", width=400, height=700, deviceScaleFactor=1, mobile=True)
         self.browser.open(self.make(SAMPLES) + "#find=count")

@@ -128,6 +128,12 @@ done <<TABLE
 2|--jsonl taken >>taken/a.cs|standard output: is an input, .*|
 2|--outline taken/a.cs - <src/a.cs 1<>taken/a.cs|standard output: is an input, .*|
 2|--html out.html -o kept src/a.cs|--html FILE tells the place: .*|
+2|--link x:{path} --outline src/a.cs|--link needs --html|
+2|--html new --link JavaScript:{path} src/a.cs|--link takes no addresses that begin with javascript:|
+2|--html new --link \$'java\tscript:{path}' src/a.cs|--link takes a whole address, .*|
+2|--html new --link {path}:{line} src/a.cs|--link takes a whole address, .*|
+2|--html new --link https://host/{line} src/a.cs|--link needs a .path.|
+2|--html new --link x:{path}:{row} src/a.cs|--link knows .path., .line. and .column., not .row.|
 2|-o ./src/../src/a.cs src/a.cs|./src/../src/a.cs: is an input, .*|
 3|src/a.cs >/dev/full|standard output: No space left on device|
 3|src/a.cs >&-|standard output: Bad file descriptor|

@@ -98,6 +98,11 @@ std::vector<Option> OtherOptions() {
          "Colours in outlines: on a terminal by default, unless "
          "NO_COLOR is set.",
          SetColour},
+        {0, "link", "TEMPLATE",
+         "With --html: what opens a place in an editor or on a page, an address with {path}, "
+         "{line} "
+         "and {column} in it.",
+         [](Options& o, const std::string& value) { o.link = value; }},
         {0, "traces", "",
          "Show on standard error what the parser says of itself, and parse with one thread.",
          [](Options& o, const std::string&) { o.traces = true; }},

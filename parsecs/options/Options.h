@@ -31,6 +31,7 @@ struct Options {
     bool listEndsInNul = false;       ///< Its names end in NUL, not in a line feed.
     std::string output;               ///< Once it is settled empty for standard output.
     std::string folder;               ///< Of one output for each input; empty: none.
+    std::string link;                 ///< Of a map to the sources, a template; empty: none.
     unsigned jobs = 0;                ///< 0: as many as there are cores to use.
     Colour colour = Colour::Auto;
     bool declarations = false;  ///< Outlines show nothing else.

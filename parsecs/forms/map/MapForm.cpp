@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "parsecs/form/SourceRows.h"
+#include "parsecs/forms/map/Link.h"
 #include "parsecs/forms/map/MapPage.h"
 #include "parsecs/output/OutputFile.h"
 
@@ -54,7 +55,8 @@ constinit const FormKind kMapForm{
     .help = "A map to look at and to search: FILE is one page for a browser.",
     .suffix = "",
     .make = [](const Options& options, const Inputs& /*inputs*/) -> std::unique_ptr<Form> {
-        return std::make_unique<MapForm>(options.output, MapSetting{FolderName(), {}});
+        if (!options.link.empty()) CheckLink(options.link);
+        return std::make_unique<MapForm>(options.output, MapSetting{FolderName(), options.link});
     },
 };
 
