@@ -87,6 +87,15 @@ std::vector<Option> PlaceOptions() {
          [](Options& o, const std::string& value) { o.list = value; }},
         {'0', "null", "", "The names in that file end in NUL, not in a line feed.",
          [](Options& o, const std::string&) { o.listEndsInNul = true; }},
+        {0, "exclude", "GLOB",
+         "Leave out what GLOB fits, which is read as a line of a .gitignore where you are: "
+         "*.g.cs, Generated/, /src/old, !kept.cs. May be given several times.",
+         [](Options& o, const std::string& value) { o.excluded.push_back(value); }},
+        {0, "no-ignore", "",
+         "Do not follow .gitignore files. Otherwise those in folders are, and those above them in "
+         "the same repository. bin/, obj/, .git/ and node_modules/ are left out of folders in any "
+         "case, unless they are inputs themselves or a pattern says !bin/.",
+         [](Options& o, const std::string&) { o.ignoreFiles = false; }},
     };
 }
 

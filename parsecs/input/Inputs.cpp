@@ -10,6 +10,7 @@
 #include <set>
 #include <unordered_set>
 
+#include "parsecs/input/Exclusions.h"
 #include "parsecs/input/InputList.h"
 #include "parsecs/input/NormalPath.h"
 
@@ -49,11 +50,15 @@ bool IsEndless(const struct stat& status, FoundFile::Kind kind) {
 
 class Finder {
   public:
+    explicit Finder(const Options& options) : exclusions_(options) {}
+
     void Add(const std::string& input) {
         struct stat status {};
         found_.named.push_back(input);
         if (stat(input.c_str(), &status) != 0) {
             Fail(input, std::strerror(errno));
+        } else if (exclusions_.LeaveOutInput(input, S_ISDIR(status.st_mode))) {
+            LeaveOut(input);
         } else if (S_ISDIR(status.st_mode)) {
             AddFolder(input);
         } else {
@@ -68,9 +73,15 @@ class Finder {
         AddNamed(kStandardInput, status, FoundFile::Kind::StandardInput);
     }
 
-    Inputs Found() { return std::move(found_); }
+    Inputs Found() {
+        const std::vector<InputFailure>& failures = exclusions_.failures();
+        found_.failures.insert(found_.failures.end(), failures.begin(), failures.end());
+        return std::move(found_);
+    }
 
   private:
+    void LeaveOut(const std::string& path) { found_.leftOut.insert(NormalPath(path)); }
+
     void Fail(const std::string& path, const std::string& reason) {
         found_.failures.push_back({path, reason});
     }
@@ -92,12 +103,12 @@ class Finder {
 
     // Folders to come are kept on a stack, last one first.
     void AddFolder(const std::string& top) {
-        pending_.push_back({top, true});
+        PushEntries(top, exclusions_.Enter(top));
         while (!pending_.empty()) {
             const Entry entry = std::move(pending_.back());
             pending_.pop_back();
             if (entry.isFolder) {
-                PushEntries(entry.path);
+                PushEntries(entry.path, exclusions_.Enter(entry.path, entry.in));
             } else {
                 AddFromFolder(entry.path);
             }
@@ -107,25 +118,28 @@ class Finder {
     struct Entry {
         std::string path;
         bool isFolder;
+        const Exclusions::Folder* in;
     };
 
-    void PushEntries(const std::string& folder) {
+    void PushEntries(const std::string& folder, const Exclusions::Folder* known) {
         const auto first = static_cast<std::ptrdiff_t>(pending_.size());
         std::error_code error;
         fs::directory_iterator entry(folder, error);
-        for (; entry != fs::directory_iterator(); entry.increment(error)) Push(*entry);
+        for (; entry != fs::directory_iterator(); entry.increment(error)) Push(*entry, known);
         if (error) Fail(folder, error.message());
         const auto isLater = [](const Entry& a, const Entry& b) { return a.path > b.path; };
         std::sort(pending_.begin() + first, pending_.end(), isLater);
     }
 
-    void Push(const fs::directory_entry& entry) {
+    void Push(const fs::directory_entry& entry, const Exclusions::Folder* in) {
         std::error_code error;
         const bool isLink = entry.is_symlink(error);
         const bool isFolder = !error && !isLink && entry.is_directory(error);
         const std::string& path = entry.path().native();
         if (error) return Fail(path, error.message());
-        if (isFolder || path.ends_with(".cs")) pending_.push_back({path, isFolder});
+        if (!isFolder && !path.ends_with(".cs")) return;
+        if (exclusions_.LeaveOut(path, isFolder, in)) return LeaveOut(path);
+        pending_.push_back({path, isFolder, in});
     }
 
     void AddFromFolder(const std::string& path) {
@@ -137,6 +151,7 @@ class Finder {
         }
     }
 
+    Exclusions exclusions_;
     Inputs found_;
     std::unordered_set<std::string> known_;
     std::set<Identity> streams_;
@@ -156,13 +171,21 @@ bool Inputs::Holds(const std::string& path) const {
     return stat(path.c_str(), &status) == 0 && IsAmong(files, status);
 }
 
+bool Inputs::LeaveOut(const std::string& path) const {
+    for (std::size_t end = path.size(); end != 0 && end != std::string::npos;
+         end = path.rfind('/', end - 1)) {
+        if (leftOut.contains(path.substr(0, end))) return true;
+    }
+    return false;
+}
+
 bool Inputs::HoldStandardOutput() const {
     struct stat status {};
     return fstat(STDOUT_FILENO, &status) == 0 && S_ISREG(status.st_mode) && IsAmong(files, status);
 }
 
 Inputs FindInputs(const Options& options) {
-    Finder finder;
+    Finder finder(options);
     for (const std::string& input : options.inputs) {
         input == "-" ? finder.AddStandardInput() : finder.Add(input);
     }

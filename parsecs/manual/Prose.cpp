@@ -14,13 +14,16 @@ const Example kExampleRows[] = {
     {"parsecs --tags tags src", "tags for Vim and others: :tag Name"},
     {"parsecs --db src.db src", "a database of all of them, or what has changed"},
     {"parsecs --html map.html src", "a map of a code base for a browser"},
+    {"parsecs --jsonl --exclude '*.g.cs' --exclude Tests/ src", "without what GLOBs fit"},
     {"parsecs --strict --into out src", "a JSON file below out for each"},
     {"git ls-files -z '*.cs' | parsecs -0 --files-from - --jsonl", "what git knows"},
 };
 
 const std::string_view kParagraphRows[] = {
-    "A folder stands for the regular files named *.cs at any depth below it; links to folders are "
-    "not followed there. Other files are taken by their names, a file that is named twice once. "
+    "A folder stands for the regular files named *.cs at any depth below it, but for those that "
+    "are "
+    "left out (see --exclude and --no-ignore); links to folders are not followed there. Other "
+    "files are taken by their names, a file that is named twice once. "
     "Files are parsed in several threads. One that is too large for the memory is given up, and "
     "the others go on.",
     "Without -o or --into the output goes to standard output. A file appears whole or not at all: "

@@ -25,14 +25,16 @@ struct Options {
     enum class About { Nothing, Help, Version, ManPage, Completion };
 
     const FormKind* form = nullptr;
-    std::string formFile;             ///< The value of the form's option, if it takes one.
-    std::vector<std::string> inputs;  ///< Files, folders, "-" for standard input.
-    std::string list;                 ///< A file that names inputs; empty: none.
-    bool listEndsInNul = false;       ///< Its names end in NUL, not in a line feed.
-    std::string output;               ///< Once it is settled empty for standard output.
-    std::string folder;               ///< Of one output for each input; empty: none.
-    std::string link;                 ///< Of a map to the sources, a template; empty: none.
-    unsigned jobs = 0;                ///< 0: as many as there are cores to use.
+    std::string formFile;               ///< The value of the form's option, if it takes one.
+    std::vector<std::string> inputs;    ///< Files, folders, "-" for standard input.
+    std::string list;                   ///< A file that names inputs; empty: none.
+    bool listEndsInNul = false;         ///< Its names end in NUL, not in a line feed.
+    std::vector<std::string> excluded;  ///< Patterns of what is left out.
+    bool ignoreFiles = true;            ///< .gitignore files tell what is left out, too.
+    std::string output;                 ///< Once it is settled empty for standard output.
+    std::string folder;                 ///< Of one output for each input; empty: none.
+    std::string link;                   ///< Of a map to the sources, a template; empty: none.
+    unsigned jobs = 0;                  ///< 0: as many as there are cores to use.
     Colour colour = Colour::Auto;
     bool declarations = false;  ///< Outlines show nothing else.
     std::size_t mostBytes = 0;  ///< Of an outline, which shows declarations then; 0: any number.

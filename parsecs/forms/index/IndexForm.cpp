@@ -62,9 +62,9 @@ bool MakeEmptyFile(const std::string& path) {
 
 }  // namespace
 
-IndexForm::IndexForm(std::string path, const std::vector<std::string>& inputs)
-    : path_(std::move(path)) {
-    for (const std::string& input : inputs) inputs_.insert(NormalPath(input));
+IndexForm::IndexForm(std::string path, const Inputs& found)
+    : path_(std::move(path)), found_(found) {
+    for (const std::string& input : found.named) inputs_.insert(NormalPath(input));
     std::error_code error;
     const fs::file_status old = fs::status(path_, error);
     if (old.type() == fs::file_type::none) throw DatabaseError(path_, error.message());
@@ -206,11 +206,13 @@ bool IndexForm::IsTouched(const KnownFile& known, const FoundFile& file) {
     return known.bytes != file.bytes || known.modified != file.modified;
 }
 
-// Files that are no longer there, and those of which this run could make nothing.
+// Files that are no longer there, or left out by now, and those of which this run could make
+// nothing.
 void IndexForm::RemoveLost() {
     for (const auto& [path, known] : known_) {
         const bool unseen = !seen_.contains(path) && IsBelowInputs(path);
-        if (!failed_.contains(path) && !(unseen && IsGone(path))) continue;
+        const bool lost = unseen && (found_.LeaveOut(path) || IsGone(path));
+        if (!failed_.contains(path) && !lost) continue;
         store_->Remove(known.id);
         changed_ = true;
     }
@@ -313,7 +315,7 @@ constinit const FormKind kIndexForm{
     .suffix = "",
     .streams = false,
     .make = [](const Options& options, const Inputs& inputs) -> std::unique_ptr<Form> {
-        return std::make_unique<IndexForm>(options.output, inputs.named);
+        return std::make_unique<IndexForm>(options.output, inputs);
     },
 };
 

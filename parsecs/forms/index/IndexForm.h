@@ -23,10 +23,10 @@ namespace plugincs {
 
 class IndexForm : public Form {
   public:
-    /// The inputs are files and folders as they were given; files below them that are no longer
-    /// there leave the database. Throws DatabaseError: the file is another program's, damaged,
-    /// of another format, or of another folder.
-    IndexForm(std::string path, const std::vector<std::string>& inputs);
+    /// Files below the inputs that are no longer there, or left out by now, leave the database.
+    /// What was found must outlive this. Throws DatabaseError: the file is another program's,
+    /// damaged, of another format, or of another folder.
+    IndexForm(std::string path, const Inputs& found);
     ~IndexForm() override;
 
     /// Not if the database has it with this size and time.
@@ -70,8 +70,9 @@ class IndexForm : public Form {
     void CheckHas(const KnownFiles& files, Database& there) const;
 
     std::string path_;
-    std::unordered_set<std::string> inputs_;
-    std::optional<TemporaryFile> building_;  // none for an update
+    const Inputs& found_;
+    std::unordered_set<std::string> inputs_;  // as they were given
+    std::optional<TemporaryFile> building_;   // none for an update
     std::unique_ptr<Database> database_;
     std::unique_ptr<RowStore> store_;
     KnownFiles known_;                        // Threads read it, so it stays as it was loaded.
