@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "parsecs/form/FormKind.h"
+#include "parsecs/forms/rows/RowsForm.h"
 #include "parsecs/output/OutputPath.h"
 
 namespace plugincs {
@@ -56,6 +57,23 @@ void CheckOutline(const Options& options) {
     throw UsageError("--max-bytes is for one output of all inputs: leave out --into");
 }
 
+// A diff has inputs of its own, and one output.
+void CheckDiff(const Options& options) {
+    if (!options.form->option.empty() && options.form != &kRowsForm) {
+        throw UsageError("--diff goes with --jsonl, and with no other form");
+    }
+    if (!options.list.empty() || options.listEndsInNul) {
+        throw UsageError("--diff takes no list of files");
+    }
+    if (!options.folder.empty()) throw UsageError("--diff makes one output: use -o FILE");
+    if (options.git && options.inputs.size() > 2) {
+        throw UsageError("--diff --git takes two revisions at most");
+    }
+    if (!options.git && options.inputs.size() != 2) {
+        throw UsageError("--diff takes two files or two folders, OLD and NEW, or --git");
+    }
+}
+
 bool NeedsOneFile(const Options& options) {
     return options.folder.empty() && !options.form->takesSeveral;
 }
@@ -80,12 +98,14 @@ void SettleOutput(Options& options) {
 }
 
 void CheckPlan(const Options& options) {
-    CheckInputs(options);
+    if (options.git && !options.diff) throw UsageError("--git needs --diff");
+    options.diff ? CheckDiff(options) : CheckInputs(options);
     CheckPlaces(options);
     CheckOutline(options);
     if (!options.link.empty() && options.form->option != "html") {
         throw UsageError("--link needs --html");
     }
+    if (options.diff) return;
     CheckNumber(options);
 }
 

@@ -9,6 +9,8 @@
 
 #include "parsecs/Plan.h"
 #include "parsecs/command/CommandLine.h"
+#include "parsecs/diff/Diff.h"
+#include "parsecs/diff/States.h"
 #include "parsecs/form/FormKind.h"
 #include "parsecs/manual/Manual.h"
 #include "parsecs/messages/Messages.h"
@@ -49,12 +51,24 @@ int ParseInputs(Options options) {
     return Run(options, inputs, *form);
 }
 
+int CompareStates(Options options) {
+    CheckPlan(options);
+    SettleOutput(options);
+    States states = FindStates(options);
+    for (const Inputs* const inputs : {&states.old, &states.now}) CheckOutputs(options, *inputs);
+    return Diff(options, states);
+}
+
+int Answer(const Options& options) {
+    if (options.about != Options::About::Nothing) return ShowAbout(options);
+    return options.diff ? CompareStates(options) : ParseInputs(options);
+}
+
 int Main(int argc, char** argv) {
     PrepareStandardFiles();
     RemoveTemporariesOnSignals();
     try {
-        const Options options = ReadCommandLine(argc, argv);
-        return options.about == Options::About::Nothing ? ParseInputs(options) : ShowAbout(options);
+        return Answer(ReadCommandLine(argc, argv));
     } catch (const UsageError& error) {
         Say(error.what());
         return kUsage;

@@ -39,6 +39,8 @@ class FileRows {
     /// Where a byte of a row's text stands in the source: of one that begins at `begin` the one at
     /// `offset`. Linear in that.
     std::size_t PositionOf(std::size_t begin, std::size_t offset) const;
+    /// Where attribute sections stand at the start of a statement, in order.
+    const std::vector<Span>& attributes() const { return reading_.attributes; }
 
     /// The line at which the scan stopped, at braces that do not match; 0 where it went through.
     std::int32_t stoppedAt() const { return stoppedAt_; }

@@ -31,15 +31,6 @@ constexpr ByteSets kNotPlain{kOdd, ByteSet(" ")};
 
 constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\0' && c < ' ') || c == '\x7F'; }
 
-// White space of Unicode, the line ends among it, and the mark at the start of a file.
-bool IsWideSpace(std::string_view sequence) {
-    constexpr std::array<std::string_view, 9> kSpaces{
-        "\xC2\x85",     "\xC2\xA0",     "\xE1\x9A\x80", "\xE2\x80\xA8", "\xE2\x80\xA9",
-        "\xE2\x80\xAF", "\xE2\x81\x9F", "\xE3\x80\x80", "\xEF\xBB\xBF"};
-    if (std::find(kSpaces.begin(), kSpaces.end(), sequence) != kSpaces.end()) return true;
-    return sequence.size() == 3 && sequence.starts_with("\xE2\x80") && sequence[2] <= '\x8A';
-}
-
 std::string_view WordAt(std::string_view text, std::size_t at) {
     std::size_t end = at;
     while (end < text.size() && (IsAsciiLetter(text[end]) || IsAsciiDigit(text[end]) ||

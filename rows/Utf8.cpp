@@ -1,5 +1,8 @@
 #include "rows/Utf8.h"
 
+#include <algorithm>
+#include <array>
+
 namespace plugincs {
 
 namespace {
@@ -31,6 +34,14 @@ bool IsControl(std::string_view sequence) {
     const unsigned lead = ByteAt(sequence, 0);
     if (sequence.size() == 1) return lead < ' ' || lead == 0x7F;
     return lead == 0xC2 && ByteAt(sequence, 1) < 0xA0;
+}
+
+bool IsWideSpace(std::string_view sequence) {
+    constexpr std::array<std::string_view, 9> kSpaces{
+        "\xC2\x85",     "\xC2\xA0",     "\xE1\x9A\x80", "\xE2\x80\xA8", "\xE2\x80\xA9",
+        "\xE2\x80\xAF", "\xE2\x81\x9F", "\xE3\x80\x80", "\xEF\xBB\xBF"};
+    if (std::find(kSpaces.begin(), kSpaces.end(), sequence) != kSpaces.end()) return true;
+    return sequence.size() == 3 && sequence.starts_with("\xE2\x80") && sequence[2] <= '\x8A';
 }
 
 }  // namespace plugincs

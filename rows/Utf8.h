@@ -16,4 +16,8 @@ std::size_t SequenceLength(std::string_view text);
 /// U+009F.
 bool IsControl(std::string_view sequence);
 
+/// Whether the sequence is white space beyond ASCII: the line ends among it, and the mark at the
+/// start of a file.
+bool IsWideSpace(std::string_view sequence);
+
 }  // namespace plugincs

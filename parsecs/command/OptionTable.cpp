@@ -99,12 +99,26 @@ std::vector<Option> PlaceOptions() {
     };
 }
 
+std::vector<Option> DiffOptions() {
+    return {
+        {0, "diff", "",
+         "Compare two states, OLD and NEW, two files or two folders: a line for each declaration "
+         "that was added, removed, moved or renamed, or whose signature or body changed; with "
+         "--jsonl a row.",
+         [](Options& o, const std::string&) { o.diff = true; }},
+        {0, "git", "",
+         "The states are revisions of the repository that you stand in: two, one against the work "
+         "tree, or none for HEAD against the work tree.",
+         [](Options& o, const std::string&) { o.git = true; }},
+    };
+}
+
 std::vector<Option> OtherOptions() {
     return {
         {'j', "jobs", "N",
          "Parse with N threads, one for each core by default. The output is the same.", SetJobs},
         {0, "color", "auto|always|never",
-         "Colours in outlines: on a terminal by default, unless "
+         "Colours in outlines and diffs: on a terminal by default, unless "
          "NO_COLOR is set.",
          SetColour},
         {0, "link", "TEMPLATE",
@@ -145,6 +159,7 @@ const std::vector<OptionGroup>& OptionGroups() {
     static const std::vector<OptionGroup> kGroups{
         {"Forms of output (the parser's own records by default)", FormOptions()},
         {"Outlines", OutlineOptions()},
+        {"What has changed", DiffOptions()},
         {"Inputs and outputs", PlaceOptions()},
         {"Others", OtherOptions()},
     };

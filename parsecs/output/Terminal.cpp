@@ -3,10 +3,18 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cstdlib>
+
 namespace plugincs {
 
 bool GoesToTerminal(const Options& options) {
     return options.output.empty() && options.folder.empty() && isatty(STDOUT_FILENO) != 0;
+}
+
+bool WantsColour(const Options& options) {
+    if (options.colour != Options::Colour::Auto) return options.colour == Options::Colour::Always;
+    const char* const noColour = std::getenv("NO_COLOR");
+    return GoesToTerminal(options) && (noColour == nullptr || *noColour == '\0');
 }
 
 std::size_t TerminalWidth() {

@@ -3,7 +3,6 @@
 #include "parsecs/run/Run.h"
 
 #include <algorithm>
-#include <chrono>
 #include <deque>
 #include <exception>
 
@@ -21,13 +20,6 @@ namespace {
 constexpr std::size_t kMostFiles = 256;
 constexpr std::uint64_t kMostBytes = 4U << 20U;  // of sources
 
-// With messages there is one: those of several would come in any order.
-unsigned ThreadsFor(const Options& options, std::size_t files) {
-    if (options.traces) return 1;
-    const std::size_t wanted = options.jobs == 0 ? UsableCores() : options.jobs;
-    return static_cast<unsigned>(std::min(wanted, std::max<std::size_t>(1, files)));
-}
-
 class Runner {
   public:
     Runner(const Options& options, const Inputs& inputs, Form& form)
@@ -44,7 +36,7 @@ class Runner {
         while (true) {
             OrderSome();
             if (ordered_.empty()) return;
-            Take(*ordered_.front().file, Awaited(ordered_.front().reply));
+            Take(*ordered_.front().file, workers_.Await(ordered_.front().reply));
             bytes_ -= ordered_.front().file->bytes;
             ordered_.pop_front();
         }
@@ -78,13 +70,6 @@ class Runner {
                 progress_.Pass(file);
             }
         }
-    }
-
-    Reply Awaited(std::future<Reply>& reply) {
-        constexpr std::chrono::seconds kNow(0);
-        while (reply.wait_for(kNow) != std::future_status::ready && workers_.Help()) {
-        }
-        return reply.get();
     }
 
     void Take(const FoundFile& file, const Reply& reply) {

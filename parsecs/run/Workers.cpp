@@ -1,6 +1,7 @@
 #include "parsecs/run/Workers.h"
 
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <utility>
 
@@ -21,6 +22,12 @@ unsigned UsableCores() {
 #endif
 
     return std::max(1U, std::thread::hardware_concurrency());
+}
+
+unsigned ThreadsFor(const Options& options, std::size_t tasks) {
+    if (options.traces) return 1;
+    const std::size_t wanted = options.jobs == 0 ? UsableCores() : options.jobs;
+    return static_cast<unsigned>(std::min(wanted, std::max<std::size_t>(1, tasks)));
 }
 
 Workers::Workers(unsigned helpers) {
@@ -51,6 +58,13 @@ bool Workers::Help() {
     if (queue_.empty()) return false;
     DoFirst(lock);
     return true;
+}
+
+Reply Workers::Await(std::future<Reply>& reply) {
+    constexpr std::chrono::seconds kNow(0);
+    while (reply.wait_for(kNow) != std::future_status::ready && Help()) {
+    }
+    return reply.get();
 }
 
 bool Workers::Stop() {

@@ -8,12 +8,17 @@
 #include <thread>
 #include <vector>
 
+#include "parsecs/options/Options.h"
 #include "parsecs/run/Reply.h"
 
 namespace plugincs {
 
 /// How many threads can work at the same time, from 1.
 unsigned UsableCores();
+
+/// How many the options allow for so many tasks. With messages there is one: those of several would
+/// come in any order.
+unsigned ThreadsFor(const Options& options, std::size_t tasks);
 
 /// Threads that work on what is in their queue, first in, first begun. All members are for one
 /// thread, which owns this object, and may work too.
@@ -32,6 +37,9 @@ class Workers {
 
     /// Has the calling thread do the first task of the queue; false when that is empty.
     bool Help();
+
+    /// The reply, once it is there; until then the calling thread helps.
+    Reply Await(std::future<Reply>& reply);
 
     /// Has no more tasks begun. Returns whether none is being done: the destructor waits for those.
     bool Stop();

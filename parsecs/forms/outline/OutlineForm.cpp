@@ -1,6 +1,5 @@
 #include "parsecs/forms/outline/OutlineForm.h"
 
-#include <cstdlib>
 #include <utility>
 
 #include "parsecs/form/SourceRows.h"
@@ -14,17 +13,9 @@ namespace plugincs {
 
 namespace {
 
-// Fits a terminal, which alone gets colours unless the user says so.
+// Fits a terminal.
 OutlineStyle StyleOf(const Options& options) {
-    const bool terminal = GoesToTerminal(options);
-    OutlineStyle style;
-    if (terminal) style.width = TerminalWidth();
-    const char* const noColour = std::getenv("NO_COLOR");
-    style.colour = terminal && (noColour == nullptr || *noColour == '\0');
-    if (options.colour != Options::Colour::Auto) {
-        style.colour = options.colour == Options::Colour::Always;
-    }
-    return style;
+    return {GoesToTerminal(options) ? TerminalWidth() : 0, WantsColour(options)};
 }
 
 FileOutcome AppendDeclarations(ReadSource source, std::string& out) {
