@@ -246,8 +246,6 @@ class Lister {
 
     void PutBody(const SourceToken& token, Stretch& stretch) {
         Declared& declared = Of(stretch);
-        const bool isFirst = stretch.body.value() == 0;
-        if (isFirst) declared.hasBody = token.text != ";" && token.text != "=";
         if (!IsPlainPiece(token.text)) declared.hasCode = true;
         Add(token, stretch.body);
         AddNameless(token, stretch);

@@ -20,7 +20,6 @@ struct DeclaredFile;
 
 struct Declared {
     Declares declares = Declares::Nothing;  ///< Nothing: the file.
-    bool hasBody = false;                   ///< A block, "=>" or what a constructor calls.
     bool hasCode = false;  ///< More in its body than braces and the names of accessors.
     std::int32_t line = 0;
     std::int32_t endLine = 0;

@@ -46,9 +46,8 @@ Key SameWithScope(const Declared& each) {
 // Whatever has something in it that tells it from others by chance.
 Key SameText(const Declared& each) {
     if (each.IsFile() || IsField(each)) return std::nullopt;
-    const bool tells = IsType(each.declares)       ? each.size > 1
-                       : IsFunction(each.declares) ? each.hasBody
-                                                   : each.hasCode;
+    const bool tells =
+        IsType(each.declares) ? each.size > 1 : IsFunction(each.declares) || each.hasCode;
     return tells ? Key(each.whole) : std::nullopt;
 }
 
