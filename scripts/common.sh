@@ -57,7 +57,7 @@ need_program_libraries() {
 need_test_libraries() {
     need_program_libraries
     need /usr/include/gtest/gtest.h libgtest-dev /usr/include/nlohmann/json.hpp nlohmann-json3-dev \
-        pkg-config pkg-config sqlite3 sqlite3 strace strace readtags universal-ctags
+        pkg-config pkg-config sqlite3 sqlite3 strace strace readtags universal-ctags git git jq jq
 }
 
 # For the test of the map, which is skipped without it.

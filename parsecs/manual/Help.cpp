@@ -38,7 +38,10 @@ std::string OptionHead(const Option& option) {
 }  // namespace
 
 std::string HelpText() {
-    std::string help = "Usage: parsecs [OPTION]... FILE|FOLDER|-...\n";
+    std::string help =
+        "Usage: parsecs [OPTION]... FILE|FOLDER|-...\n"
+        "       parsecs --diff [OPTION]... OLD NEW\n"
+        "       parsecs --diff --git [OPTION]... [OLD [NEW]]\n";
     help.append(kSummary).append("\n");
     for (const OptionGroup& group : OptionGroups()) {
         help.append("\n").append(group.title).append(":\n");

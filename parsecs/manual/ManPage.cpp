@@ -47,7 +47,9 @@ std::string OptionSections() {
 std::string ManPage() {
     std::string page = ".TH PARSECS 1\n.SH NAME\nparsecs \\- shows the structure of source files\n";
     page += ".SH SYNOPSIS\n" + Bold("parsecs") +
-            " [\\fIOPTION\\fR]... \\fIFILE\\fR|\\fIFOLDER\\fR|\\-...\n";
+            " [\\fIOPTION\\fR]... \\fIFILE\\fR|\\fIFOLDER\\fR|\\-...\n.br\n" +
+            Bold("parsecs --diff") + " [\\fIOPTION\\fR]... \\fIOLD NEW\\fR\n.br\n" +
+            Bold("parsecs --diff --git") + " [\\fIOPTION\\fR]... [\\fIOLD\\fR [\\fINEW\\fR]]\n";
     page += ".SH DESCRIPTION\n" + Line(kSummary);
     for (const std::string_view paragraph : kParagraphs) page += ".PP\n" + Line(paragraph);
     page += OptionSections();

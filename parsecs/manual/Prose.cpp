@@ -15,6 +15,8 @@ const Example kExampleRows[] = {
     {"parsecs --db src.db src", "a database of all of them, or what has changed"},
     {"parsecs --html map.html src", "a map of a code base for a browser"},
     {"parsecs --jsonl --exclude '*.g.cs' --exclude Tests/ src", "without what GLOBs fit"},
+    {"parsecs --diff old new", "what has changed between two folders"},
+    {"parsecs --diff --git v1 v2", "the same between two revisions"},
     {"parsecs --strict --into out src", "a JSON file below out for each"},
     {"git ls-files -z '*.cs' | parsecs -0 --files-from - --jsonl", "what git knows"},
 };
@@ -26,6 +28,10 @@ const std::string_view kParagraphRows[] = {
     "files are taken by their names, a file that is named twice once. "
     "Files are parsed in several threads. One that is too large for the memory is given up, and "
     "the others go on.",
+    "A diff tells of each declaration that was added, removed, moved or renamed, or has another "
+    "signature or body. White space, comments and the order of members are no change. Of two "
+    "folders files are matched by their paths below each. With --git it takes what git diff takes: "
+    "two revisions, one against the work tree, or none for HEAD against the work tree.",
     "Without -o or --into the output goes to standard output. A file appears whole or not at all: "
     "it is written under a name of its own and put in place by renaming, with the mode of the old "
     "one, and where a symbolic link leads to. What lies outside of the folder that you are in has "
@@ -40,6 +46,7 @@ const ExitCodeMeaning kExitCodeRows[] = {
     {"1", "Some file could not be read or was given up; all others were written."},
     {"2", "The command line could not be followed; nothing was done."},
     {"3", "Some output could not be written."},
+    {"--diff", "0 when nothing has changed, 1 when something has, 3 for unread files too."},
     {"128 + N", "Ended by signal N: 130 for Ctrl-C, 141 when the reader of a pipe left."},
 };
 

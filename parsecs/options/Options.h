@@ -38,7 +38,6 @@ struct Options {
     Colour colour = Colour::Auto;
     bool declarations = false;  ///< Outlines show nothing else.
     std::size_t mostBytes = 0;  ///< Of an outline, which shows declarations then; 0: any number.
-    bool traces = false;        ///< What the parser says of itself goes to standard error.
     bool diff = false;  ///< Compares two states, which the inputs name.
     bool git = false;   ///< These are revisions.
     bool traces = false;  ///< What the parser says of itself goes to standard error.
