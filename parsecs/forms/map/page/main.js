@@ -8,7 +8,8 @@ class Page {
   constructor(tree) {
     this.tree = tree;
     this.colours = new Colours();
-    this.state = { root: -1, chosen: -1, query: "", regex: false };
+    // What an empty page shows.
+    this.state = { root: -1, chosen: -1, query: "", regex: false, list: CHOICES.list[0], order: CHOICES.order[0] };
     const links = new Links(tree);
     this.map = new MapView(tree, this.colours, {
       canvas: byId("map"),
@@ -31,6 +32,7 @@ class Page {
   listen() {
     const query = byId("query");
     query.addEventListener("input", () => this.go({ query: query.value }, false));
+    query.addEventListener("focus", () => this.search.prepare());
     query.addEventListener("keydown", (event) => this.onSearchKey(event));
     byId("search").addEventListener("submit", (event) => event.preventDefault());
     byId("regex").addEventListener("change", (event) => this.go({ regex: event.target.checked }, false));
@@ -89,8 +91,9 @@ class Page {
     if (searched) this.startSearch();
     if (changed("root", "colour", "size")) this.map.show(state.root);
     else if (searched) this.map.draw();
-    if (changed("root", "chosen", "size")) this.detail.show(state.root, state.chosen, state.size);
     if (changed("root", "list", "by")) this.showList();
+    if (changed("root", "chosen", "size")) this.detail.show(state.root, state.chosen, state.size);
+    else if (changed("list")) this.detail.list.refresh();
   }
 
   /** All controls as the state has them. */
@@ -113,8 +116,7 @@ class Page {
     byId("boxes").hidden = !contents;
     byId("ranking").hidden = contents;
     byId("measures").hidden = list === "incomplete";
-    if (contents) this.detail.list.refresh();
-    else this.ranks.show(root, list, by);
+    if (!contents) this.ranks.show(root, list, by);
     byId("ranking").dataset.by = by;
     byId("ranked").hidden = contents;
   }

@@ -107,13 +107,18 @@ class MapView {
   }
 
   write(box, ink, down) {
-    const letters = Math.floor((box.w - 8) / LETTER);
     this.context.fillStyle = ink;
+    box.short ??= this.shortLabelOf(box);
+    this.context.fillText(box.short, box.x + 4, box.y + down, box.w - 6);
+  }
+
+  shortLabelOf(box) {
+    const letters = Math.floor((box.w - 8) / LETTER);
     const whole = this.labelOf(box);
-    if (box.rest !== null && whole.length > letters) return; // a number must be whole
+    if (box.rest !== null && whole.length > letters) return ""; // a number must be whole
     const label = whole.length > letters ? whole.replace(/\.cs$/, "") : whole;
-    const shared = box.parent < 0 ? "" : this.sharedIn(this.boxes[box.parent]);
-    this.context.fillText(shorten(label, letters, shared), box.x + 4, box.y + down, box.w - 6);
+    if (label.length <= letters || box.parent < 0) return shorten(label, letters, "");
+    return shorten(label, letters, this.sharedIn(this.boxes[box.parent]));
   }
 
   /** What the labels in a box have in common. */

@@ -15,10 +15,14 @@ class Search {
     return this.expressions.give !== null;
   }
 
+  /** The first search then waits for nothing. */
+  prepare() {
+    this.expressions.prepare();
+  }
+
   for({ query, regex: isExpression, order }) {
     this.order = order;
     this.expressions.cancel();
-    if (isExpression) this.expressions.prepare();
     if (query.trim() === "") this.show(null, "", false);
     else if (isExpression) this.forExpression(query);
     else this.forWords(new Words(query));
@@ -51,12 +55,13 @@ class Hits {
     const nodes = new Int32Array(tree.count);
     let count = 0;
     this.definitions = 0;
+    const { name, text, role, declares } = tree;
+    const [isText, isPlace] = [inTexts.is, inPlaces.is];
     for (let i = 0; i < tree.count; ++i) {
-      const name = tree.name[i];
-      const hit = tree.role[i] >= ROLE.FOLDER ? inPlaces.is[name] : inTexts.is[tree.text[i]] || inTexts.is[name];
-      if (!hit || (order === "alone" && tree.declares[i] === 0)) continue;
+      const hit = role[i] >= ROLE.FOLDER ? isPlace[name[i]] : isText[text[i]] || isText[name[i]];
+      if (!hit || (order === "alone" && declares[i] === 0)) continue;
       nodes[count++] = i;
-      if (tree.declares[i] > 0) ++this.definitions;
+      if (declares[i] > 0) ++this.definitions;
     }
     this.nodes = nodes.slice(0, count);
     // A name in which the one word was found is that word if it is as long.

@@ -29,15 +29,16 @@ class Texts {
     return this.starts[i + 1] - this.starts[i] - 1;
   }
 
-  /** Decodes all of them, unless that has been done. */
+  /** Decodes all of them, unless that has been done. Returns itself. */
   join() {
-    if (this.joined !== undefined) return;
+    if (this.joined !== undefined) return this;
     this.joined = decoder.decode(this.bytes);
     this.lower = this.joined.toLowerCase();
     // A few letters have more of them in lower case: then places would differ.
     if (this.lower.length !== this.joined.length) this.lower = null;
     this.joinedStarts = this.starts;
     if (this.joined.length !== this.bytes.length) this.findStarts();
+    return this;
   }
 
   findStarts() {
@@ -63,9 +64,12 @@ class Texts {
     for (let at = next(0); at >= 0 && at < joined.length; at = next(starts[i])) {
       i = this.indexAt(at, i);
       // What was found may reach over the end of the text, or be only one of the words.
-      const place = sure ? 0 : query.placeIn(joined.slice(starts[i], starts[i + 1] - 1).replaceAll("\r", "\n"));
-      if (place >= 0) found.is[i] = 1;
-      if (place >= 0 && places > 0) [found.from[i], found.to[i]] = [place, place + query.length];
+      const place = sure ? 0 : query.placeIn(joined.slice(starts[i], starts[i + 1] - 1));
+      if (place >= 0) {
+        found.is[i] = 1;
+        if (places > 0) found.from[i] = place;
+        if (places > 0) found.to[i] = place + query.length;
+      }
       if (++i === this.count) break;
     }
     return found;

@@ -58,8 +58,12 @@ class ExpressionSearch {
 function answerSearches() {
   let lists = [];
   onmessage = ({ data }) => {
-    if (data.lists !== undefined) lists = data.lists.map(({ bytes, count }) => new Texts(bytes, count));
-    else postMessage(answerTo(data.expression, lists));
+    if (data.lists !== undefined) lists = data.lists.map(({ bytes, count }) => new Texts(bytes, count).join());
+    else {
+      const answer = answerTo(data.expression, lists);
+      const columns = (answer.found ?? []).flatMap((found) => Object.values(found));
+      postMessage(answer, columns.map(({ buffer }) => buffer));
+    }
   };
 }
 
