@@ -27,12 +27,15 @@ function endsWord(label, at) {
   return at < label.length && (/[^\p{L}\p{N}]/u.test(label[at - 1]) || (/[^\p{Lu}]/u.test(label[at - 1]) && /\p{Lu}/u.test(label[at])));
 }
 
-/** What does not fit loses what its neighbours have too, then its middle: its end tells most. */
-function shorten(label, letters, shared) {
+/**
+ * What does not fit loses what its neighbours have too, then the middle of a name, whose end tells
+ * most, or the end of anything else.
+ */
+function shorten(label, letters, shared, isName) {
   if (label.length <= letters) return label;
   const own = shared !== "" && label.startsWith(shared) ? `…${label.slice(shared.length)}` : label;
   if (own.length <= letters) return own;
   const kept = Math.max(1, letters - 1);
-  const first = kept < 5 ? kept : Math.ceil(kept / 3);
+  const first = kept < 5 || !isName ? kept : Math.ceil(kept / 3);
   return `${own.slice(0, first)}…${first === kept ? "" : own.slice(first - kept)}`;
 }

@@ -117,8 +117,8 @@ class MapView {
     const whole = this.labelOf(box);
     if (box.rest !== null && whole.length > letters) return ""; // a number must be whole
     const label = whole.length > letters ? whole.replace(/\.cs$/, "") : whole;
-    if (label.length <= letters || box.parent < 0) return shorten(label, letters, "");
-    return shorten(label, letters, this.sharedIn(this.boxes[box.parent]));
+    const shared = label.length <= letters || box.parent < 0 ? "" : this.sharedIn(this.boxes[box.parent]);
+    return shorten(label, letters, shared, this.tree.isPlace(box.shown) || this.tree.name[box.shown] >= 0);
   }
 
   /** What the labels in a box have in common. */
