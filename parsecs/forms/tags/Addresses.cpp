@@ -51,8 +51,10 @@ class Sieve {
     static std::size_t KeyOf(std::string_view text) {
         const std::size_t size = text.size();
         if (size == 0) return 0;
-        const auto byte = [text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-        return (size + 37U * byte(size / 2) + 1031U * byte(size - 1 - size / 4)) % kBits;
+        const auto byte = [text](std::size_t at) -> std::size_t {
+            return static_cast<unsigned char>(text[at]);
+        };
+        return (size + 37 * byte(size / 2) + 1031 * byte(size - 1 - size / 4)) % kBits;
     }
 
     static constexpr std::size_t kBits = 8192;
