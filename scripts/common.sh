@@ -57,7 +57,8 @@ need_program_libraries() {
 need_test_libraries() {
     need_program_libraries
     need /usr/include/gtest/gtest.h libgtest-dev /usr/include/nlohmann/json.hpp nlohmann-json3-dev \
-        pkg-config pkg-config sqlite3 sqlite3 strace strace readtags universal-ctags git git jq jq
+        pkg-config pkg-config sqlite3 sqlite3 strace strace readtags universal-ctags git git jq jq \
+        /usr/lib/python3/dist-packages/jsonschema python3-jsonschema
 }
 
 # For the test of the map, which is skipped without it.

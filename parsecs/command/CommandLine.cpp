@@ -1,45 +1,20 @@
 #include "parsecs/command/CommandLine.h"
 
 #include <algorithm>
-#include <numeric>
 #include <string_view>
 
 #include "parsecs/command/OptionTable.h"
+#include "parsecs/command/Suggestion.h"
 #include "parsecs/forms/FormTable.h"
 
 namespace plugincs {
 
 namespace {
 
-// How many bytes must be changed, added or dropped to make one of the other.
-std::size_t EditDistance(std::string_view from, std::string_view to) {
-    std::vector<std::size_t> row(to.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        std::size_t diagonal = row[0]++;
-        for (std::size_t j = 0; j < to.size(); ++j) {
-            const std::size_t changed = diagonal + (from[i] == to[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({changed, diagonal + 1, row[j] + 1});
-        }
-    }
-    return row.back();
-}
-
-std::string Suggestion(std::string_view name) {
-    constexpr std::size_t kMostTyped = 100;
-    std::size_t nearest = 4;  // typing errors further away are guesses
-    std::string suggestion = ", see parsecs --help";
-    if (name.size() > kMostTyped) return suggestion;
-    for (const OptionGroup& group : OptionGroups()) {
-        for (const Option& option : group.options) {
-            const std::size_t distance = EditDistance(name, option.name);
-            if (option.help.empty() || distance >= std::min(nearest, option.name.size())) continue;
-            nearest = distance;
-            suggestion = std::string(": did you mean --").append(option.name) + "?";
-        }
-    }
-    return suggestion;
+std::string Suggestion(const std::string& name) {
+    const std::string_view meant = MeantBy(name);
+    if (meant.empty()) return ", see parsecs --help";
+    return std::string(": did you mean --").append(meant) + "?";
 }
 
 void CheckChoice(const Option& option, const std::string& value) {

@@ -133,6 +133,8 @@ std::vector<Option> OtherOptions() {
          [](Options& o, const std::string&) { o.about = Options::About::Help; }},
         {0, "version", "", "Show the version.",
          [](Options& o, const std::string&) { o.about = Options::About::Version; }},
+        {0, "schema", "", "Show the JSON Schema of the lines of --jsonl.",
+         [](Options& o, const std::string&) { o.about = Options::About::Schema; }},
         {0, "man-page", "", "",
          [](Options& o, const std::string&) { o.about = Options::About::ManPage; }},
         {0, "completion", "bash|zsh|fish", "",

@@ -22,7 +22,7 @@ inline constexpr std::string_view kStandardStream = "-";
 struct Options {
     enum class Colour { Auto, Always, Never };
     /// Texts about the program itself, which are printed instead of parsing anything.
-    enum class About { Nothing, Help, Version, ManPage, Completion };
+    enum class About { Nothing, Help, Version, Schema, ManPage, Completion };
 
     const FormKind* form = nullptr;
     std::string formFile;               ///< The value of the form's option, if it takes one.

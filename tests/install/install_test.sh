@@ -36,6 +36,8 @@ for text in man/man1/parsecs.1 bash-completion/completions/parsecs zsh/site-func
     grep -q outline "$scratch/tree/share/$text" || fail "no $text"
 done
 
+grep -q parsecs-rows "$scratch/tree/share/parsecs/rows.schema.json" || fail "no schema"
+
 package=$(find "$scratch/tree" -name plugincs.pc -printf %h)
 pc() { PKG_CONFIG_PATH=$package pkg-config "$@" plugincs; }
 eval "module=$(pc --variable=module)" # pkg-config escapes blanks

@@ -32,7 +32,14 @@ TEST(CommandLine, SaysWhatIsWrong) {
     } rows[] = {
         {{"--vrsn"}, "no option --vrsn: did you mean --version?"},
         {{"--jsnol=x"}, "no option --jsnol: did you mean --jsonl?"},
-        {{"--strict-json"}, "no option --strict-json, see parsecs --help"},
+        {{"--strict-json"}, "no option --strict-json: did you mean --strict?"},
+        {{"--decl"}, "no option --decl: did you mean --declarations?"},
+        {{"--ignore=x"}, "no option --ignore: did you mean --exclude?"},
+        {{"--colour=x"}, "no option --colour: did you mean --color?"},
+        {{"--foo"}, "no option --foo, see parsecs --help"},
+        {{"--gags"}, "no option --gags: did you mean --tags?"},
+        {{"--logs"}, "no option --logs, see parsecs --help"},
+        {{"--xh"}, "no option --xh, see parsecs --help"},
         {{"--qqqq"}, "no option --qqqq, see parsecs --help"},
         {{"--xx"}, "no option --xx, see parsecs --help"},  // nothing is left of --db
         {{"--man-pag"}, "no option --man-pag, see parsecs --help"},
