@@ -28,7 +28,7 @@ TEST(Manual, IsWrittenInEachLanguage) {
         {Completion("zsh"),
          "\n    '--html=[A map to look at and to search\\: FILE is one page for"},
         {Completion("zsh"), " for a browser.]:value:_files' \\\n"},
-        {Completion("zsh"), ":value:(auto always never)' \\\n    '--traces[Show on"},
+        {Completion("zsh"), ":value:(auto always never)' \\\n    '--link=[With"},
         {Completion("zsh"), "\n    '-h[Show this help.]' \\\n    '--version["},
         {Completion("fish"), "\ncomplete -c parsecs -l output -s o -r -F -d 'Write to FILE, which"},
         {Completion("fish"), " -l into -x -a '(__fish_complete_directories)' -d 'Write a file for"},
