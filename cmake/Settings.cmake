@@ -10,6 +10,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LES
   target_compile_options(plugincs_settings INTERFACE
     -Wno-restrict -Wno-stringop-overflow -Wno-array-bounds)
 endif()
+# A project around ours may have no build type, which would make us many times slower.
+target_compile_options(plugincs_settings INTERFACE $<$<CONFIG:>:-O2>)
+target_compile_definitions(plugincs_settings INTERFACE $<$<CONFIG:>:NDEBUG>)
 if(PLUGINCS_WERROR)
   target_compile_options(plugincs_settings INTERFACE -Werror)
 endif()

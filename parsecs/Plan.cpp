@@ -44,7 +44,8 @@ void CheckPlaces(const Options& options) {
     if (options.output.ends_with('/') || IsFolder(options.output)) {
         throw UsageError("-o " + options.output + " is a folder: use --into " + options.output);
     }
-    if (fs::exists(options.folder, error) && !IsFolder(options.folder)) {
+    const fs::file_status folder = fs::status(options.folder, error);
+    if (fs::exists(folder) && !fs::is_directory(folder)) {
         throw UsageError("--into " + options.folder + " is no folder: use -o FILE for one output");
     }
 }

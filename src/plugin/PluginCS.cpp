@@ -16,6 +16,9 @@ using namespace plugincs;
 
 namespace {
 
+// For who looks into the module's file.
+[[gnu::used]] constexpr char kVersion[] = "PluginCS version " PLUGINCS_VERSION;
+
 // At its first exception each thread needs some memory from the C++ runtime, which ends the process
 // if there is none. So it is allocated up front: at load, and in each thread that parses.
 void PrepareForExceptions() {

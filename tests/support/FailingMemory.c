@@ -1,5 +1,5 @@
-/* To preload: the allocation number FAULT_AT of a program fails, and with FAULT_ONWARDS all after it.
- * The file FAULT_MARK tells that there were so many. */
+/* To preload: the allocation number FAULT_AT of a program fails, and with FAULT_ONWARDS all after
+ * it. The file FAULT_MARK tells that there were so many. */
 #include <errno.h>
 #include <fcntl.h>
 #include <stddef.h>
