@@ -25,8 +25,9 @@ def mutated(seeds, rng):
         end = min(len(text), begin + rng.choice((0, 1, 5, 100)))
         other = rng.choice(seeds)
         at = rng.randint(0, len(other))
-        piece = rng.choice((rng.choice(WORDS), rng.randbytes(3) if hasattr(rng, "randbytes") else b"",
-                            other[at:at + rng.randint(0, 200)], text[begin:end] * 2, b""))
+        noise = bytes(rng.randrange(256) for _ in range(3))
+        taken = other[at:at + rng.randint(0, 200)]
+        piece = rng.choice((rng.choice(WORDS), noise, taken, text[begin:end] * 2, b""))
         text = text[:begin] + piece + text[end:]
     return text
 

@@ -16,7 +16,7 @@ import plugincs
 
 pytest.importorskip("pyspark")
 sys.path.append(str(ROOT / "examples"))
-import spark_rows  # noqa: E402
+import spark_rows
 
 HOSTILE = {
     "null.cs": None,

@@ -65,7 +65,7 @@ eval "cc $(pc --cflags) '$scratch/version.c' -o '$scratch/version'"
     fail "versions: $version, header $("$scratch/version")"
 
 if ! command -v python3 >/dev/null; then echo "no host in Python: python3 is missing" && exit; fi
-code_of docs/python.md python >"$scratch/records.py"
+code_of docs/ctypes.md python >"$scratch/records.py"
 python3 -B "$scratch/records.py" "$module" "$sample" >"$scratch/records" || fail "a host in Python"
 [ "$(wc -l <"$scratch/records")" = "$(grep -c nodeID "$scratch/expected")" ] ||
     fail "a host in Python: $(head "$scratch/records")"
