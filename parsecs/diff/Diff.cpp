@@ -25,12 +25,19 @@ namespace plugincs {
 namespace {
 
 // What came of a pair of files.
-struct ComparedPair : Piece {
+struct ComparedPair {
     std::vector<Change> changes;
     std::unique_ptr<DeclaredFile> old;  // both null where all is matched
     std::unique_ptr<DeclaredFile> now;
     std::vector<std::string> messages;
     bool failed = false;
+
+    bool TellsSomething() const { return !changes.empty() || old || now || !messages.empty(); }
+};
+
+// Of the pairs of a lot.
+struct ComparedLot : Piece {
+    std::vector<ComparedPair> pairs;
 };
 
 // A file that was read, or the reason why not.
@@ -39,21 +46,31 @@ struct StateText {
     std::string failure;
 };
 
+// Pairs that one thread compares at once. What git has was read before.
+struct Lot {
+    struct Item {
+        std::size_t number;
+        StateText old;
+        StateText now;
+    };
+    std::vector<Item> items;
+    std::uint64_t bytes = 0;
+};
+
 class PairReader {
   public:
     PairReader(const Options& options, const FilePair& pair, HashPoint point)
         : pair_(pair), point_(point), traces_(options.traces ? stderr : nullptr) {}
 
-    // What git has was read before.
-    std::unique_ptr<ComparedPair> Compare(StateText old, StateText now, std::size_t number) {
+    ComparedPair Compare(StateText old, StateText now, std::size_t number) {
         Read(pair_.old, old);
         Read(pair_.now, now);
         const bool isSame = pair_.old.isThere == pair_.now.isThere && old.text == now.text;
-        if (result_->failed || (isSame && !pair_.moved)) return std::move(result_);
-        result_->old = Listed(pair_.old, std::move(old.text), number);
-        result_->now = Listed(pair_.now, std::move(now.text), number);
-        if (result_->failed) return std::move(result_);
-        if (result_->old && result_->now) Match();
+        if (result_.failed || (isSame && !pair_.moved)) return std::move(result_);
+        result_.old = Listed(pair_.old, std::move(old.text), number);
+        result_.now = Listed(pair_.now, std::move(now.text), number);
+        if (result_.failed) return std::move(result_);
+        if (result_.old && result_.now) Match();
         return std::move(result_);
     }
 
@@ -65,46 +82,46 @@ class PairReader {
         } catch (const std::exception& failure) {
             state.failure = ReasonOf(failure);
         }
-        if (!state.failure.empty()) Fail(file.label + ": " + state.failure);
+        if (!state.failure.empty()) Fail(file.Label() + ": " + state.failure);
     }
 
     void Fail(std::string message) {
-        result_->messages.push_back(std::move(message));
-        result_->failed = true;
+        result_.messages.push_back(std::move(message));
+        result_.failed = true;
     }
 
     std::unique_ptr<DeclaredFile> Listed(const StateFile& state, std::string text,
                                          std::size_t number) {
         if (!state.isThere) return nullptr;
         try {
-            const FileRows rows = RowsOf({state.path, std::move(text), 0, traces_});
+            const FileRows rows = RowsOf({state.Path(), std::move(text), 0, traces_});
             auto file = std::make_unique<DeclaredFile>();
-            file->path = state.path;
+            file->path = state.Path();
             file->pair = number;
             ListDeclared(rows, point_, *file);
             if (rows.stoppedAt() > 0) NoteStop(state, rows.stoppedAt());
             return file;
         } catch (const std::exception& failure) {
-            Fail(state.label + ": given up: " + std::string(ReasonOf(failure)));
+            Fail(state.Label() + ": given up: " + std::string(ReasonOf(failure)));
             return nullptr;
         }
     }
 
     void NoteStop(const StateFile& state, std::int32_t line) {
-        result_->messages.push_back(state.label + ":" + std::to_string(line) +
-                                    ": stopped early, as braces do not match: no declaration "
-                                    "behind this is seen, its text is the file's own");
+        result_.messages.push_back(state.Label() + ":" + std::to_string(line) +
+                                   ": stopped early, as braces do not match: no declaration "
+                                   "behind this is seen, its text is the file's own");
     }
 
     void Match() {
-        Declared& old = result_->old->declared.front();
-        Declared& now = result_->now->declared.front();
-        if (pair_.moved) result_->changes.push_back(MakeChange(ChangeKind::Moved, &old, &now));
-        plugincs::Match(old, now, result_->changes);
+        Declared& old = result_.old->declared.front();
+        Declared& now = result_.now->declared.front();
+        if (pair_.moved) result_.changes.push_back(MakeChange(ChangeKind::Moved, &old, &now));
+        plugincs::Match(old, now, result_.changes);
         // Those that stay know each other by their addresses.
-        if (!IsAllMatched(*result_->old) || !IsAllMatched(*result_->now)) return;
-        result_->old.reset();
-        result_->now.reset();
+        if (!IsAllMatched(*result_.old) || !IsAllMatched(*result_.now)) return;
+        result_.old.reset();
+        result_.now.reset();
     }
 
     static bool IsAllMatched(const DeclaredFile& file) {
@@ -115,7 +132,7 @@ class PairReader {
     const FilePair& pair_;
     const HashPoint point_;
     const Traces traces_;
-    std::unique_ptr<ComparedPair> result_ = std::make_unique<ComparedPair>();
+    ComparedPair result_;
 };
 
 class Differ {
@@ -131,12 +148,16 @@ class Differ {
     }
 
     void CompareAll() {
-        for (const auto& [path, reason] : states_.failures) Fail(path + ": " + reason);
+        for (const InputFailure& failure : states_.failures) {
+            Say(failure.path + ": " + failure.reason);
+            failed_ = true;
+        }
         while (true) {
             OrderSome();
             if (ordered_.empty()) break;
             const Reply reply = workers_.Await(ordered_.front().reply);
-            Take(static_cast<ComparedPair&>(*reply.made.piece));
+            for (ComparedPair& pair : static_cast<ComparedLot&>(*reply.made.piece).pairs)
+                Take(pair);
             bytes_ -= ordered_.front().bytes;
             ordered_.pop_front();
         }
@@ -153,32 +174,55 @@ class Differ {
         std::future<Reply> reply;
     };
 
-    // One pair is always under way, however large.
+    // One lot is always under way, however large.
     bool HasRoom() const {
-        constexpr std::size_t kMostPairs = 256;
+        constexpr std::size_t kMostLots = 64;
         constexpr std::uint64_t kMostBytes = 8U << 20U;
-        return ordered_.empty() || (ordered_.size() < kMostPairs && bytes_ < kMostBytes);
+        return ordered_.empty() || (ordered_.size() < kMostLots && bytes_ < kMostBytes);
     }
 
     void OrderSome() {
-        for (; next_ < states_.pairs.size() && HasRoom(); ++next_) Order(next_);
+        while (next_ < states_.pairs.size() && HasRoom()) Order(NextLot());
     }
 
-    void Order(std::size_t number) {
-        const FilePair& pair = states_.pairs[number];
-        StateText old = FromGit(pair.old);
-        StateText now = FromGit(pair.now);
-        const std::uint64_t bytes =
-            pair.old.found.bytes + pair.now.found.bytes + old.text.size() + now.text.size();
-        Workers::Task task(
-            [this, &pair, number, one = std::move(old), other = std::move(now)]() mutable {
-                PairReader reader(options_, pair, point_);
-                MadeFile made;
-                made.piece = reader.Compare(std::move(one), std::move(other), number);
-                return Reply{Reply::Kind::Made, std::move(made), {}};
-            });
+    // Small files are soon compared: to order each by itself would take longer.
+    Lot NextLot() {
+        constexpr std::size_t kMostPairs = 64;
+        constexpr std::uint64_t kMostBytes = 1U << 18U;
+        Lot lot;
+        while (next_ < states_.pairs.size() && lot.items.size() < kMostPairs &&
+               lot.bytes < kMostBytes) {
+            const FilePair& pair = states_.pairs[next_];
+            Lot::Item item{next_, FromGit(pair.old), FromGit(pair.now)};
+            lot.bytes += pair.old.found.bytes + pair.now.found.bytes + item.old.text.size() +
+                         item.now.text.size();
+            lot.items.push_back(std::move(item));
+            ++next_;
+        }
+        return lot;
+    }
+
+    void Order(Lot lot) {
+        const std::uint64_t bytes = lot.bytes;
+        Workers::Task task([this, ordered = std::move(lot)]() mutable {
+            MadeFile made;
+            made.piece = Compare(ordered);
+            return Reply{Reply::Kind::Made, std::move(made), {}};
+        });
         bytes_ += bytes;
         ordered_.push_back({bytes, workers_.Order(std::move(task))});
+    }
+
+    // In any thread.
+    std::unique_ptr<ComparedLot> Compare(Lot& lot) const {
+        auto compared = std::make_unique<ComparedLot>();
+        for (Lot::Item& item : lot.items) {
+            PairReader reader(options_, states_.pairs[item.number], point_);
+            ComparedPair pair =
+                reader.Compare(std::move(item.old), std::move(item.now), item.number);
+            if (pair.TellsSomething()) compared->pairs.push_back(std::move(pair));
+        }
+        return compared;
     }
 
     // git hands them over one by one.
@@ -198,11 +242,6 @@ class Differ {
         std::move(pair.changes.begin(), pair.changes.end(), std::back_inserter(changes_));
         if (pair.old) old_.push_back(std::move(pair.old));
         if (pair.now) now_.push_back(std::move(pair.now));
-    }
-
-    void Fail(const std::string& message) {
-        Say(message);
-        failed_ = true;
     }
 
     const Options& options_;

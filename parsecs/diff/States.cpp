@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
+#include <string_view>
 #include <utility>
 
 namespace plugincs {
@@ -24,12 +24,20 @@ Inputs InputsOf(const std::string& input) {
     return FindInputs(options);
 }
 
-StateFile FromSystem(const FoundFile& found) { return {true, found.path, found.path, found, {}}; }
+StateFile FromSystem(FoundFile& found) { return {true, std::move(found)}; }
 
 // The path below the folder.
-std::string PathBelow(const std::string& folder, const std::string& path) {
+std::string_view PathBelow(const std::string& folder, const std::string& path) {
     const std::size_t begin = path.find_first_not_of('/', folder.size());
-    return path.substr(std::min(begin, path.size()));
+    return std::string_view(path).substr(std::min(begin, path.size()));
+}
+
+// The order in which they were found: folders by their names, too.
+int Compared(std::string_view a, std::string_view b) {
+    const auto [one, other] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    if (one == a.end() || other == b.end()) return (one != a.end()) - (other != b.end());
+    const auto rank = [](char c) { return c == '/' ? -1 : int{static_cast<unsigned char>(c)}; };
+    return rank(*one) - rank(*other);
 }
 
 // What is one file by another name, or by a link, is the same in both states.
@@ -48,14 +56,18 @@ void PairFiles(States& states) {
 }
 
 void PairFolders(const std::vector<std::string>& folders, States& states) {
-    std::map<std::string, FilePair> pairs;
-    for (const FoundFile& file : states.old.files) {
-        pairs[PathBelow(folders[0], file.path)].old = FromSystem(file);
-    }
-    for (const FoundFile& file : states.now.files) {
-        pairs[PathBelow(folders[1], file.path)].now = FromSystem(file);
-    }
-    for (auto& [path, pair] : pairs) {
+    auto old = states.old.files.begin();
+    auto now = states.now.files.begin();
+    const auto oldEnd = states.old.files.end();
+    const auto nowEnd = states.now.files.end();
+    while (old != oldEnd || now != nowEnd) {
+        const int order = old == oldEnd   ? 1
+                          : now == nowEnd ? -1
+                                          : Compared(PathBelow(folders[0], old->path),
+                                                     PathBelow(folders[1], now->path));
+        FilePair pair;
+        if (order <= 0) pair.old = FromSystem(*old++);
+        if (order >= 0) pair.now = FromSystem(*now++);
         if (!IsOneFile(pair)) states.pairs.push_back(std::move(pair));
     }
     for (const Inputs* const inputs : {&states.old, &states.now}) {
@@ -103,11 +115,9 @@ class GitStates {
         if (file.path.empty()) return {};
         StateFile state;
         state.isThere = true;
-        state.path = file.path;
-        state.label =
-            file.blob.empty() ? file.path : file.path + " (" + file.blob.substr(0, 10) + ")";
         if (file.blob.empty()) state.found.path = Top() + "/" + file.path;
         state.blob = std::move(file.blob);
+        state.known = std::move(file.path);
         return state;
     }
 
@@ -121,6 +131,11 @@ class GitStates {
 };
 
 }  // namespace
+
+std::string StateFile::Label() const {
+    constexpr std::size_t kShortName = 10;
+    return blob.empty() ? Path() : Path() + " (" + blob.substr(0, kShortName) + ")";
+}
 
 States FindStates(const Options& options) {
     if (!options.git) return FindInSystem(options);

@@ -14,10 +14,14 @@ namespace plugincs {
 /// A file in one of the states.
 struct StateFile {
     bool isThere = false;
-    std::string path;   ///< As rows and lines bear it.
-    std::string label;  ///< As messages do.
-    FoundFile found{};  ///< Where it is read, unless git has it:
-    std::string blob;   ///< its name there; empty for a file of the system.
+    FoundFile found{};    ///< Where it is read, unless git has it.
+    std::string blob{};   ///< Its name there; empty for a file of the system.
+    std::string known{};  ///< What git calls it; empty without git.
+
+    /// As rows and lines bear it.
+    const std::string& Path() const { return known.empty() ? found.path : known; }
+    /// As messages do.
+    std::string Label() const;
 };
 
 /// A file in both states, or in one of them.
@@ -30,7 +34,8 @@ struct FilePair {
 struct States {
     std::vector<FilePair> pairs;  ///< In the order in which they are told.
     std::vector<InputFailure> failures;
-    Inputs old;  ///< What the command line named, but for revisions.
+    /// What the command line named, but for revisions. The names of the files are in the pairs.
+    Inputs old;
     Inputs now;
     std::unique_ptr<BlobReader> blobs;  ///< Null without git.
 };

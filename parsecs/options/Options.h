@@ -38,9 +38,9 @@ struct Options {
     Colour colour = Colour::Auto;
     bool declarations = false;  ///< Outlines show nothing else.
     std::size_t mostBytes = 0;  ///< Of an outline, which shows declarations then; 0: any number.
-    bool diff = false;  ///< Compares two states, which the inputs name.
-    bool git = false;   ///< These are revisions.
-    bool traces = false;  ///< What the parser says of itself goes to standard error.
+    bool diff = false;          ///< Compares two states, which the inputs name.
+    bool git = false;           ///< These are revisions.
+    bool traces = false;        ///< What the parser says of itself goes to standard error.
     About about = About::Nothing;
     std::string shell;  ///< That the completion is for.
 };
