@@ -29,7 +29,7 @@ constexpr ByteSets kInLiteral{ByteSet("\""), ByteSet("'"), ByteSet("\\") | kOdd,
                               ByteSet(" ")};
 constexpr ByteSets kNotPlain{kOdd, ByteSet(" ")};
 
-constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\0' && c < ' ') || c == '\x7F'; }
+constexpr bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' ' || c == '\x7F'; }
 
 std::string_view WordAt(std::string_view text, std::size_t at) {
     std::size_t end = at;

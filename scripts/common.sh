@@ -47,7 +47,7 @@ install_packages() {
 }
 
 need_build_tools() {
-    need g++ g++ cmake cmake ninja ninja-build
+    need g++ g++ cmake cmake ninja ninja-build /usr/include/hwy/foreach_target.h libhwy-dev
 }
 
 need_program_libraries() {

@@ -1,104 +1,109 @@
 #include "text/VectorFinders.h"
 
-#if defined(__x86_64__) && !defined(PLUGINCS_PORTABLE)
-#include <immintrin.h>
+#ifdef PLUGINCS_PORTABLE
 
 namespace plugincs {
 
+std::span<const SetFinder> VectorFinders() { return {}; }
+
+}  // namespace plugincs
+
+#else
+
+// One text for all instruction sets: the library has this file compiled once for each of them, in a
+// namespace of its own. Those left out are no faster here than what is there, or are vectors of no
+// fixed size, of which there can be no arrays.
+#define HWY_WANT_SSSE3 1
+#define HWY_COMPILE_ALL_ATTAINABLE
+#define HWY_DISABLED_TARGETS (HWY_SSE4 | HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "text/VectorFinders.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+#include <cstring>
+
+HWY_BEFORE_NAMESPACE();
+
+namespace plugincs::HWY_NAMESPACE {
+
 namespace {
 
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Tag = hn::CappedTag<std::uint8_t, kBlockSize>;
+using Bytes = hn::Vec<Tag>;
+constexpr std::size_t kSize = hn::MaxLanes(Tag());
+constexpr std::size_t kParts = kBlockSize / kSize;
+
 // A byte is in a set if the row of its low four bits has the bit of its high ones. Shuffles look
-// both up; those of bytes from 128 on give an empty row.
-alignas(kBlockSize) constexpr std::array<unsigned char, kBlockSize> kBits = [] {
-    std::array<unsigned char, kBlockSize> bits{};
-    for (std::size_t i = 0; i < bits.size(); ++i) {
-        bits[i] = static_cast<unsigned char>(i % 16 < 8 ? 1U << i % 16 : 0xFFU);
-    }
-    return bits;
-}();
+// both up; bytes from 128 on have an empty row, and any bit.
+alignas(16) constexpr std::uint8_t kBits[16] = {1,   2,   4,   8,   16,  32,  64,  128,
+                                                128, 128, 128, 128, 128, 128, 128, 128};
 
-[[gnu::target("ssse3")]] __m128i Load16(const void* from) {
-    return _mm_loadu_si128(static_cast<const __m128i*>(from));
-}
-
-// Of each byte, the bit of its high four bits.
-[[gnu::target("ssse3")]] __m128i BitsOf(__m128i bytes) {
-    const __m128i high = _mm_and_si128(_mm_srli_epi16(bytes, 4), _mm_set1_epi8(15));
-    return _mm_shuffle_epi8(Load16(kBits.data()), high);
-}
-
-// 16 bytes' part of a mask.
-[[gnu::target("ssse3")]] ByteMask Hits(__m128i rows, __m128i bytes, __m128i bits) {
-    const __m128i found = _mm_and_si128(_mm_shuffle_epi8(rows, bytes), bits);
-    return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(found, bits)));
+// What a byte's row is looked up by.
+HWY_ATTR Bytes RowIndex(Bytes bytes) {
+#if HWY_ARCH_X86
+    return bytes;  // the instruction does without the bits between
+#else
+    return hn::And(bytes, hn::Set(Tag(), 0x8F));
+#endif
 }
 
 template <std::size_t kCount>
-[[gnu::target("ssse3")]] void FindWithSsse3(const char* block, const SetTables& tables,
-                                            ByteMask* found) {
-    const __m128i bytes[] = {Load16(block), Load16(block + 16), Load16(block + 32),
-                             Load16(block + 48)};
-    const __m128i bits[] = {BitsOf(bytes[0]), BitsOf(bytes[1]), BitsOf(bytes[2]), BitsOf(bytes[3])};
+HWY_ATTR void Find(const char* block, const SetTables& tables, ByteMask* found) {
+    const Bytes bitTable = hn::LoadDup128(Tag(), kBits);
+    Bytes indices[kParts];
+    Bytes bits[kParts];
+    for (std::size_t part = 0; part < kParts; ++part) {
+        const auto* const from = reinterpret_cast<const std::uint8_t*>(block) + part * kSize;
+        const Bytes bytes = hn::LoadU(Tag(), from);
+        indices[part] = RowIndex(bytes);
+        bits[part] = hn::TableLookupBytes(bitTable, hn::ShiftRight<4>(bytes));
+    }
     for (std::size_t set = 0; set < kCount; ++set) {
-        const __m128i rows = Load16(tables.rows[set].data());
-        const ByteMask hits = Hits(rows, bytes[0], bits[0]) | Hits(rows, bytes[1], bits[1]) << 16 |
-                              Hits(rows, bytes[2], bits[2]) << 32 |
-                              Hits(rows, bytes[3], bits[3]) << 48;
-        found[set] = hits ^ tables.inverted[set];
+        const Bytes rowTable = hn::LoadDup128(Tag(), tables.rows[set].data());
+        std::uint8_t hits[sizeof(ByteMask)];
+        for (std::size_t part = 0; part < kParts; ++part) {
+            const Bytes rows = hn::TableLookupBytesOr0(rowTable, indices[part]);
+            hn::StoreMaskBits(Tag(), hn::TestBit(rows, bits[part]), hits + part * kSize / 8);
+        }
+        ByteMask mask = 0;
+        std::memcpy(&mask, hits, sizeof mask);
+        found[set] = mask ^ tables.inverted[set];
     }
 }
 
-[[gnu::target("avx2")]] __m256i Load32(const void* from) {
-    return _mm256_loadu_si256(static_cast<const __m256i*>(from));
-}
+[[maybe_unused]] constexpr std::array<SetFinder::Function, SetTables::kMost> kFunctions{
+    Find<1>, Find<2>, Find<3>, Find<4>, Find<5>, Find<6>, Find<7>, Find<8>};
 
-[[gnu::target("avx2")]] __m256i BitsOf(__m256i bytes) {
-    const __m256i high = _mm256_and_si256(_mm256_srli_epi16(bytes, 4), _mm256_set1_epi8(15));
-    return _mm256_shuffle_epi8(Load32(kBits.data()), high);
-}
+}  // namespace
 
-[[gnu::target("avx2")]] ByteMask Hits(__m256i rows, __m256i bytes, __m256i bits) {
-    const __m256i found = _mm256_and_si256(_mm256_shuffle_epi8(rows, bytes), bits);
-    return static_cast<unsigned>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(found, bits)));
-}
+}  // namespace plugincs::HWY_NAMESPACE
 
-template <std::size_t kCount>
-[[gnu::target("avx2")]] void FindWithAvx2(const char* block, const SetTables& tables,
-                                          ByteMask* found) {
-    const __m256i bytes[] = {Load32(block), Load32(block + 32)};
-    const __m256i bits[] = {BitsOf(bytes[0]), BitsOf(bytes[1])};
-    for (std::size_t set = 0; set < kCount; ++set) {
-        const __m256i rows = _mm256_broadcastsi128_si256(Load16(tables.rows[set].data()));
-        const ByteMask hits = Hits(rows, bytes[0], bits[0]) | Hits(rows, bytes[1], bits[1]) << 32;
-        found[set] = hits ^ tables.inverted[set];
-    }
-}
+HWY_AFTER_NAMESPACE();
 
-template <std::size_t kCount>
-[[gnu::target("avx512bw")]] void FindWithAvx512(const char* block, const SetTables& tables,
-                                                ByteMask* found) {
-    const __m512i bytes = _mm512_loadu_si512(block);
-    const __m512i high = _mm512_and_si512(_mm512_srli_epi16(bytes, 4), _mm512_set1_epi8(15));
-    const __m512i bits = _mm512_shuffle_epi8(_mm512_load_si512(kBits.data()), high);
-    for (std::size_t set = 0; set < kCount; ++set) {
-        const __m128i row = Load16(tables.rows[set].data());
-        const __m512i rows = _mm512_maskz_broadcast_i32x4(0xFFFF, row);
-        const __m512i found64 = _mm512_shuffle_epi8(rows, bytes);
-        found[set] = _mm512_test_epi8_mask(found64, bits) ^ tables.inverted[set];
-    }
-}
+#if HWY_ONCE
+
+namespace plugincs {
+
+#if HWY_ARCH_X86
+
+namespace {
 
 constexpr SetFinder kFinders[] = {
-    {"SSSE3",
-     {FindWithSsse3<1>, FindWithSsse3<2>, FindWithSsse3<3>, FindWithSsse3<4>, FindWithSsse3<5>,
-      FindWithSsse3<6>, FindWithSsse3<7>, FindWithSsse3<8>}},
-    {"AVX2",
-     {FindWithAvx2<1>, FindWithAvx2<2>, FindWithAvx2<3>, FindWithAvx2<4>, FindWithAvx2<5>,
-      FindWithAvx2<6>, FindWithAvx2<7>, FindWithAvx2<8>}},
-    {"AVX-512",
-     {FindWithAvx512<1>, FindWithAvx512<2>, FindWithAvx512<3>, FindWithAvx512<4>, FindWithAvx512<5>,
-      FindWithAvx512<6>, FindWithAvx512<7>, FindWithAvx512<8>}},
-};
+    {"SSSE3", N_SSSE3::kFunctions}, {"AVX2", N_AVX2::kFunctions}, {"AVX-512", N_AVX3::kFunctions}};
+
+bool HasAvx2() {
+    return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma") &&
+           __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2");
+}
+
+// VBMI is not used, but processors that have it do not slow down for the longest vectors.
+bool HasFastAvx512() {
+    return __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512dq") &&
+           __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vbmi");
+}
 
 // How many of them the machine has.
 std::size_t CountFinders() {
@@ -107,10 +112,8 @@ std::size_t CountFinders() {
 #ifdef _WIN32
     return 1;  // GCC does not align the stack there for longer vectors
 #else
-    if (!__builtin_cpu_supports("avx2")) return 1;
-    // VBMI is not used, but processors that have it do not slow down for the longest vectors.
-    const bool fast = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vbmi");
-    return fast ? 3 : 2;
+    if (!HasAvx2()) return 1;
+    return HasFastAvx512() ? 3 : 2;
 #endif
 }
 
@@ -118,14 +121,23 @@ std::size_t CountFinders() {
 
 std::span<const SetFinder> VectorFinders() { return std::span(kFinders).first(CountFinders()); }
 
-}  // namespace plugincs
+#elif HWY_TARGET == HWY_NEON
+
+namespace {
+
+constexpr SetFinder kNeon{"NEON", N_NEON::kFunctions};  // all machines of this kind have it
+
+}  // namespace
+
+std::span<const SetFinder> VectorFinders() { return {&kNeon, 1}; }
 
 #else
 
-namespace plugincs {
-
 std::span<const SetFinder> VectorFinders() { return {}; }
+
+#endif
 
 }  // namespace plugincs
 
+#endif
 #endif
