@@ -253,7 +253,7 @@ class MapTest(unittest.TestCase):
         self.assertLessEqual(named, {(Path(row["file"]).name, str(row["line"])) for row in self.rows})
 
     def test_labels_tell_neighbours_apart(self):
-        names = [f"CosmosQuery{middle}{end}Test" for middle in ("Simple", "Nested", "Grouped") for end in "ABCDEFGHIJKL"]
+        names = [f"CosmosDatabaseQuery{middle}{end}Test" for middle in ("Simple", "Nested", "Grouped") for end in "ABCDEFGHIJKL"]
         script = """window.labels = []; const { fillText } = CanvasRenderingContext2D.prototype;
             CanvasRenderingContext2D.prototype.fillText = function (text) { labels.push(text); fillText.apply(this, arguments); };"""
         made = self.browser.devtools("Page.addScriptToEvaluateOnNewDocument", source=script)
@@ -261,6 +261,7 @@ class MapTest(unittest.TestCase):
         self.browser.devtools("Page.removeScriptToEvaluateOnNewDocument", **made)
         labels = [label for label in self.browser.value("labels") if label.endswith("Test")][-len(names):]
         self.assertEqual(len(set(labels)), len(names), labels)
+        self.assertEqual([label for label in labels if label.startswith("Cosmos")], [])
 
     def test_lists_of_the_largest(self):
         kinds = ("method", "constructor", "destructor", "operator", "conversion", "local")
