@@ -8,8 +8,8 @@ namespace Shop.Till
     {
         private const string Path = "a/b\\c", Tab = @"a	b";
         internal int open, closed = 1;
-        protected internal static readonly
-            Dictionary<string, int> Prices = new();
+        protected internal static readonly Dictionary<string, int> 
+            Prices = new();
 
         public Till(decimal? start = null, string sign = "\t") : base(start) { }
         ~Till() { }

@@ -81,15 +81,15 @@ class FileTags {
         const auto offset = static_cast<std::size_t>(row.name.data() - row.text.data());
         const auto column = static_cast<std::size_t>(row.begin.column - 1);
         const std::size_t begin = lines_.BeginOf(first) + column;
-        const bool asItStands =
-            file_.source().substr(begin).starts_with(row.text.substr(0, offset));
-        if (asItStands) return first;
+        const std::string_view upToName = row.text.substr(0, offset + row.name.size());
+        if (file_.source().substr(begin).starts_with(upToName)) return first;
         return static_cast<std::size_t>(lines_.At(file_.PositionOf(begin, offset)).line);
     }
 
     const std::vector<std::size_t>& NameLines() {
         for (const Declared& declared : declared_) nameLines_.push_back(declared.line);
         std::sort(nameLines_.begin(), nameLines_.end());
+        nameLines_.erase(std::unique(nameLines_.begin(), nameLines_.end()), nameLines_.end());
         return nameLines_;
     }
 
