@@ -42,7 +42,7 @@ class Unlocked {
     PyThreadState* state_;
 };
 
-std::string BytesOf(nb::bytes bytes) { return {bytes.c_str(), bytes.size()}; }
+std::string BytesOf(const nb::bytes& bytes) { return {bytes.c_str(), bytes.size()}; }
 
 nb::object PathString(const std::string& path) {
     return nb::steal(
@@ -106,7 +106,7 @@ auto MadeOf(const std::string& path, Make make) {
     }
 }
 
-nb::object Records(nb::bytes path, nb::bytes source) {
+nb::object Records(const nb::bytes& path, const nb::bytes& source) {
     const std::string name = BytesOf(path);
     const auto parse = MadeOf(name, [&] {
         auto made = std::make_unique<Parse>(name, BytesOf(source), Traces(nullptr));
@@ -120,7 +120,7 @@ nb::object Records(nb::bytes path, nb::bytes source) {
 }
 
 // The file has no more bytes than `most`.
-nb::bytes ReadFile(nb::bytes path, std::uint64_t most) {
+nb::bytes ReadFile(const nb::bytes& path, std::uint64_t most) {
     const std::string name = BytesOf(path);
     const std::string text = MadeOf(name, [&] {
         const std::unique_ptr<Sources> found = FindSources({name});
@@ -139,7 +139,7 @@ struct Rows {
     std::vector<std::shared_ptr<const Columns>> pieces;
 };
 
-Rows RowsOf(nb::bytes path, nb::bytes source) {
+Rows RowsOf(const nb::bytes& path, const nb::bytes& source) {
     const std::string name = BytesOf(path);
     return MadeOf(name, [&] {
         const FileRows file(name, BytesOf(source));
@@ -164,7 +164,7 @@ nb::object RowAt(const Columns& c, std::size_t i) {
         return LineOrNone(column[i]);
     };
     return (*type)(word(c.file), c.id[i], c.parent[i], c.last[i], c.depth[i],
-                   TextString(kRowKinds[static_cast<std::size_t>(c.kind[i])]),
+                   TextString(kRowKinds[static_cast<std::uint8_t>(c.kind[i])]),
                    TextString(NameOf(static_cast<Declares>(c.declares[i]))),
                    TextString(c.name.At(i)), word(c.scope), word(c.modifiers),
                    TextString(c.attributes.At(i)), place(c.line), place(c.column), place(c.endLine),
