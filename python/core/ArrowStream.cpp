@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "rows/Declaration.h"
-#include "rows/RowKinds.h"
+#include "tree/ObjectBranch.h"
 
 namespace plugincs {
 
@@ -187,7 +187,7 @@ class Exporter {
     static const TextColumn& KindWords() {
         static const TextColumn words = [] {
             TextColumn made;
-            for (const std::string_view kind : kRowKinds) made.Append(kind, true);
+            for (const std::string_view kind : KindName::kAll) made.Append(kind, true);
             return made;
         }();
         return words;

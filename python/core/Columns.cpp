@@ -4,9 +4,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "rows/RowKinds.h"
 #include "rows/Utf8.h"
 #include "text/ByteSets.h"
+#include "tree/ObjectBranch.h"
 
 namespace plugincs {
 
@@ -27,8 +27,8 @@ void AppendValid(std::string_view text, std::string& out) {
 }
 
 std::int8_t KindNumber(std::string_view kind) {
-    const auto found = std::find(kRowKinds.begin(), kRowKinds.end(), kind);
-    return static_cast<std::int8_t>(found - kRowKinds.begin());
+    const auto found = std::find(KindName::kAll.begin(), KindName::kAll.end(), kind);
+    return static_cast<std::int8_t>(found - KindName::kAll.begin());
 }
 
 template <typename Vector>

@@ -34,7 +34,7 @@ struct WordColumn {
 struct Columns {
     TextColumn name, attributes, text;
     WordColumn file, scope, modifiers;
-    std::vector<std::int8_t> kind, declares;  ///< Numbers of kRowKinds and Declares.
+    std::vector<std::int8_t> kind, declares;  ///< Numbers of KindName::kAll and Declares.
     std::vector<std::int32_t> id, parent, last, depth;
     std::vector<std::int32_t> line, column, endLine, endColumn;
     std::vector<std::uint8_t> hasPlace;  ///< A bit for each row; empty where all have one.

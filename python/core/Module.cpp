@@ -20,7 +20,7 @@
 #include "core/Sources.h"
 #include "parsecs/input/Source.h"
 #include "plugin/Pipeline.h"
-#include "rows/RowKinds.h"
+#include "tree/ObjectBranch.h"
 
 namespace nb = nanobind;
 
@@ -164,7 +164,7 @@ nb::object RowAt(const Columns& c, std::size_t i) {
         return LineOrNone(column[i]);
     };
     return (*type)(word(c.file), c.id[i], c.parent[i], c.last[i], c.depth[i],
-                   TextString(kRowKinds[static_cast<std::uint8_t>(c.kind[i])]),
+                   TextString(KindName::kAll[static_cast<std::uint8_t>(c.kind[i])]),
                    TextString(NameOf(static_cast<Declares>(c.declares[i]))),
                    TextString(c.name.At(i)), word(c.scope), word(c.modifiers),
                    TextString(c.attributes.At(i)), place(c.line), place(c.column), place(c.endLine),

@@ -1,8 +1,8 @@
 #include "core/Sources.h"
 
-#include "parsecs/command/Options.h"
 #include "parsecs/input/Inputs.h"
 #include "parsecs/input/Source.h"
+#include "parsecs/options/Options.h"
 
 namespace plugincs {
 

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "parsecs/Form.h"
+#include "parsecs/form/Form.h"
 
 namespace plugincs {
 

@@ -16,7 +16,9 @@ namespace {
 // Nothing where it is gone: the page then does without.
 std::string FolderName() {
     std::error_code error;
-    return std::filesystem::current_path(error).filename().string();
+    const std::filesystem::path here = std::filesystem::current_path(error);
+    if (error && error != std::errc::no_such_file_or_directory) throw std::system_error(error);
+    return here.filename().string();
 }
 
 struct RowsPiece : Piece {
