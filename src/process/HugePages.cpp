@@ -7,9 +7,11 @@
 #include <sys/mman.h>
 
 #include <cstdint>
+#endif
 
 namespace plugincs {
 
+#ifdef __linux__
 void AskForHugePages(void* block, std::size_t size) {
     constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
     if (size < 2 * kHugePage) return;
