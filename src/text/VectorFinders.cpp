@@ -91,6 +91,17 @@ namespace plugincs {
 
 namespace {
 
+bool HasSsse3() {
+    __builtin_cpu_init();  // we may come before the runtime's own call
+    return __builtin_cpu_supports("ssse3");
+}
+
+#ifdef _WIN32
+// GCC does not align the stack there for longer vectors.
+constexpr SetFinder kFinders[] = {{"SSSE3", N_SSSE3::kFunctions}};
+
+std::size_t CountFinders() { return HasSsse3() ? 1 : 0; }
+#else
 constexpr SetFinder kFinders[] = {
     {"SSSE3", N_SSSE3::kFunctions}, {"AVX2", N_AVX2::kFunctions}, {"AVX-512", N_AVX3::kFunctions}};
 
@@ -107,15 +118,11 @@ bool HasFastAvx512() {
 
 // How many of them the machine has.
 std::size_t CountFinders() {
-    __builtin_cpu_init();  // we may come before the runtime's own call
-    if (!__builtin_cpu_supports("ssse3")) return 0;
-#ifdef _WIN32
-    return 1;  // GCC does not align the stack there for longer vectors
-#else
+    if (!HasSsse3()) return 0;
     if (!HasAvx2()) return 1;
     return HasFastAvx512() ? 3 : 2;
-#endif
 }
+#endif
 
 }  // namespace
 
