@@ -21,7 +21,8 @@ inline constexpr std::size_t kLongestPattern = 96;  // bytes of the line
 
 class Addresses {
   public:
-    /// Of these lines, which count from 1, each once and ascending. The source and its lines must outlive this.
+    /// Of these lines, which count from 1, each once and ascending. The source and its lines must
+    /// outlive this.
     Addresses(std::string_view source, const Lines& lines, const std::vector<std::size_t>& wanted);
 
     /// Of one of those.
