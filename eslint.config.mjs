@@ -3,7 +3,7 @@ const browser = [
     "AbortController", "addEventListener", "atob", "Blob", "clearTimeout", "DecompressionStream",
     "devicePixelRatio", "document", "getComputedStyle", "getSelection", "history", "innerHeight",
     "innerWidth", "location", "matchMedia", "navigator", "performance", "removeEventListener",
-    "requestAnimationFrame", "ResizeObserver", "Response", "setTimeout", "TextDecoder", "TextEncoder",
+    "requestAnimationFrame", "ResizeObserver", "Response", "self", "setTimeout", "TextDecoder", "TextEncoder",
     "URL", "URLSearchParams", "window", "Worker",
 ];
 

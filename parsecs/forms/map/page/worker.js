@@ -57,12 +57,12 @@ class ExpressionSearch {
 /** In the worker. */
 function answerSearches() {
   let lists = [];
-  onmessage = ({ data }) => {
+  self.onmessage = ({ data }) => {
     if (data.lists !== undefined) lists = data.lists.map(({ bytes, count }) => new Texts(bytes, count).join());
     else {
       const answer = answerTo(data.expression, lists);
       const columns = (answer.found ?? []).flatMap((found) => Object.values(found));
-      postMessage(answer, columns.map(({ buffer }) => buffer));
+      self.postMessage(answer, columns.map(({ buffer }) => buffer));
     }
   };
 }
